@@ -1,0 +1,601 @@
+// The inline bodies of kval.h: everything with a compact result; what is wide or rare is one call to a ...Wide function.
+#ifndef KVAL_DETAIL_INLINE_H
+#define KVAL_DETAIL_INLINE_H
+
+namespace kval {
+namespace detail {
+
+/// The same run of bit positions from both planes: one word, or as many words at once as `Word` holds.
+template <typename Word>
+struct Bits {
+    Word value;
+    Word mask;
+};
+
+// The four-state rules of AND and OR, one bit position at a time in every bit of the word:
+//
+//   left right | AND OR
+//    0     0   |  0   0
+//    0     1   |  0   1
+//    0     X   |  0   X
+//    1     1   |  1   1
+//    1     X   |  X   1
+//    X     X   |  0   X      AND of two unknowns is a known 0. Deliberate: only a known 1 on the other side lets an unknown
+//                            through. Do not "correct" it.
+// The value bit under an X of the result is 0.
+
+struct FourStateAnd {
+    template <typename Word>
+    Bits<Word> operator()(Bits<Word> l, Bits<Word> r) const noexcept {
+        const Word l_ones = l.value & ~l.mask;
+        const Word r_ones = r.value & ~r.mask;
+        return {l_ones & r_ones, (l_ones & r.mask) | (r_ones & l.mask)};
+    }
+};
+
+struct FourStateOr {
+    template <typename Word>
+    Bits<Word> operator()(Bits<Word> l, Bits<Word> r) const noexcept {
+        const Word l_ones = l.value & ~l.mask;
+        const Word r_ones = r.value & ~r.mask;
+        return {l_ones | r_ones, (l.mask & ~r_ones) | (r.mask & ~l_ones)};
+    }
+};
+
+/// The operators' way to the fields, and the wide half of every free operator.
+struct Internals {
+    using Word = std::uint32_t;
+
+    static_assert(sizeof(KVAL_UINTEGER) == 40, "the object layout is part of the binary interface");
+    static_assert(offsetof(KVAL_UINTEGER, width) == 0 && offsetof(KVAL_UINTEGER, uvalue) == 8 &&
+                      offsetof(KVAL_UINTEGER, xmask) == 16 && offsetof(KVAL_UINTEGER, text_cache) == 24 &&
+                      offsetof(KVAL_UINTEGER, flags) == 32 && offsetof(KVAL_UINTEGER, capacity) == 36,
+                  "the order of the fields is part of the binary interface");
+
+    /// Read access to the stored words of either form: a compact value is an array of one.
+    struct View {
+        const Word* value;
+        const Word* mask;
+        std::size_t size;
+    };
+    static View Words(const KVAL_UINTEGER& v) noexcept {
+        if (v.IsCompact()) return {&v.uvalue.word, &v.xmask.word, 1};
+        return {v.uvalue.words, v.xmask.words, static_cast<std::size_t>(v.get_size())};
+    }
+
+    static bool Compact(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        return l.IsCompact() && r.IsCompact();
+    }
+    /// The operand that a result starts from where the rule says the wider one: the right one of two equally wide.
+    static const KVAL_UINTEGER& Wider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        return l.width > r.width ? l : r;
+    }
+    static Bits<Word> Low(const KVAL_UINTEGER& v) noexcept { return {v.uint(), v.LowMask()}; }
+    static unsigned FourState(const KVAL_UINTEGER& v) noexcept { return v.flags & KVAL_UINTEGER::kFourState; }
+    static Word TopMask(unsigned width) noexcept { return KVAL_UINTEGER::TopMask(width); }
+
+    /// A compact result with its bits as they are.
+    static KVAL_UINTEGER Result(unsigned width, Bits<Word> bits, unsigned four_state) noexcept {
+        return KVAL_UINTEGER(width, bits.value, bits.mask, four_state);
+    }
+    /// A compact result with both planes trimmed to the width.
+    static KVAL_UINTEGER Trimmed(unsigned width, Bits<Word> bits, unsigned four_state) noexcept {
+        const Word top = TopMask(width);
+        return KVAL_UINTEGER(width, bits.value & top, bits.mask & top, four_state);
+    }
+    /// A compact result with every bit X over the given value bits.
+    static KVAL_UINTEGER AllX(unsigned width, Word value, unsigned four_state) noexcept {
+        return Trimmed(width, {value, 0xFFFFFFFFU}, four_state | KVAL_UINTEGER::kX);
+    }
+
+    template <typename Field>
+    static void Exchange(Field& a, Field& b) noexcept {
+        const Field held = a;
+        a = b;
+        b = held;
+    }
+    static void Swap(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept {
+        Exchange(a.width, b.width);
+        Exchange(a.uvalue, b.uvalue);
+        Exchange(a.xmask, b.xmask);
+        Exchange(a.text_cache, b.text_cache);
+        Exchange(a.flags, b.flags);
+        Exchange(a.capacity, b.capacity);
+    }
+
+    template <typename Rule>
+    static KVAL_UINTEGER& CombineInPlace(KVAL_UINTEGER& target, const KVAL_UINTEGER& other, Rule rule) noexcept;
+    template <typename Rule>
+    static KVAL_UINTEGER Combine(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule);
+    KVAL_API static KVAL_UINTEGER AndWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static KVAL_UINTEGER OrWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static KVAL_UINTEGER XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static KVAL_UINTEGER NotWide(const KVAL_UINTEGER& v);
+    KVAL_API static KVAL_UINTEGER AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static KVAL_UINTEGER SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static KVAL_UINTEGER MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static KVAL_UINTEGER ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width);
+    /// Less than 0, 0 or more than 0 as `l` is less than, equal to or greater than `r` in value bits.
+    KVAL_API static int CompareWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
+    KVAL_API static int CompareWide(const KVAL_UINTEGER& v, unsigned number) noexcept;
+    KVAL_API static bool IdenticalWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
+    [[noreturn]] KVAL_API static void ThrowDivideWidth();
+    [[noreturn]] KVAL_API static void ThrowRemainderWidth();
+};
+
+}  // namespace detail
+}  // namespace kval
+
+// ---- construction, copying, assignment ----
+
+inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned bits, std::uint32_t value, std::uint32_t mask,
+                                    unsigned four_state) noexcept
+    : width(bits), text_cache(nullptr), flags(static_cast<std::uint8_t>(four_state)), capacity(0) {
+    uvalue.word = value;
+    xmask.word = mask;
+}
+
+inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bits)
+    : width(AtLeastOne(bits)), text_cache(nullptr), flags(0), capacity(0) {
+    if (!IsCompact()) {
+        ConstructWide(value);
+        return;
+    }
+    uvalue.word = value & TopMask(width);
+    xmask.word = 0;
+}
+
+inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other)
+    : width(other.width), text_cache(nullptr), flags(static_cast<std::uint8_t>(other.flags & kFourState)), capacity(0) {
+    if (!IsCompact()) {
+        CopyWide(other);
+        return;
+    }
+    uvalue.word = other.uvalue.word;
+    xmask.word = other.xmask.word;
+}
+
+inline KVAL_UINTEGER::KVAL_UINTEGER(KVAL_UINTEGER&& other) noexcept : text_cache(nullptr) { Take(other); }
+
+inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool left)
+    : width(left ? AtLeastOne(other.width + static_cast<unsigned>(count)) : other.width),
+      text_cache(nullptr),
+      flags(static_cast<std::uint8_t>(other.flags & kFourState)),
+      capacity(0) {
+    if (!IsCompact()) {
+        ShiftedCopyWide(other, static_cast<unsigned>(count), left);
+        return;
+    }
+    const unsigned shift = static_cast<unsigned>(count) & 31U;
+    uvalue.word = left ? other.uint() << shift : other.uvalue.word >> shift;
+    xmask.word = left ? other.LowMask() << shift : other.xmask.word >> shift;
+    // A left shift has room for every bit, unless the sum of width and count wrapped.
+    if (!left || width < other.width) EnforceWidth();
+}
+
+inline KVAL_UINTEGER::~KVAL_UINTEGER() {
+    DeleteString();
+    if (!IsCompact()) ReleaseWide();
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(const KVAL_UINTEGER& other) {
+    if (this == &other) return *this;
+    if (!IsCompact()) return AssignWide(other);
+    if (width != other.width && width == 0) return AdoptCopy(other);
+    uvalue.word = other.uint();
+    xmask.word = other.LowMask();
+    flags = other.flags;
+    if (width != other.width) EnforceWidth();
+    DeleteString();
+    return *this;
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(KVAL_UINTEGER&& other) noexcept {
+    if (width != other.width) {
+        if (width == 0) {
+            Take(other);
+            return *this;
+        }
+    } else if (!IsCompact() && this != &other) {
+        kval::detail::Internals::Swap(*this, other);
+        DeleteString();
+        other.DeleteString();
+        return *this;
+    }
+    return *this = static_cast<const KVAL_UINTEGER&>(other);
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(unsigned value) noexcept {
+    if (!IsCompact()) return AssignWide(value);
+    if (width == 0) width = 32;
+    uvalue.word = value & TopMask(width);
+    xmask.word = 0;
+    flags = static_cast<std::uint8_t>(flags & ~kFourState);
+    DeleteString();
+    return *this;
+}
+
+/// Moves everything but the text out of `other` into storage that owns nothing but, perhaps, a text.
+inline void KVAL_UINTEGER::Take(KVAL_UINTEGER& other) noexcept {
+    DeleteString();
+    width = other.width;
+    uvalue = other.uvalue;
+    xmask = other.xmask;
+    flags = static_cast<std::uint8_t>(other.flags & kFourState);
+    capacity = other.capacity;
+    other.DeleteString();
+    other.width = 0;
+    other.uvalue.word = 0;
+    other.xmask.word = 0;
+    other.flags = 0;
+    other.capacity = 0;
+}
+
+inline void swap(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept { kval::detail::Internals::Swap(a, b); }
+
+// ---- width ----
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::bitwidth(unsigned bits) {
+    // A moved-from value has no width to keep, not even when asked for 0 bits, which means 1.
+    if (bits == width && width != 0) return *this;
+    bits = AtLeastOne(bits);
+    if (!IsCompact() || !IsCompact(static_cast<int>(bits))) {
+        ResizeWide(bits);
+        return *this;
+    }
+    width = bits;
+    return Changed();
+}
+
+inline void KVAL_UINTEGER::EnforceWidth() noexcept {
+    const std::uint32_t top = TopMask(width);
+    std::uint32_t& value = IsCompact() ? uvalue.word : uvalue.words[get_size() - 1];
+    std::uint32_t& mask = IsCompact() ? xmask.word : xmask.words[get_size() - 1];
+    value &= top;
+    mask &= top;
+}
+
+/// What every operation ends with that changed the bits: trims to the width and drops the text.
+inline KVAL_UINTEGER& KVAL_UINTEGER::Changed() noexcept {
+    EnforceWidth();
+    DeleteString();
+    return *this;
+}
+
+inline void KVAL_UINTEGER::DeleteString() noexcept {
+    if (text_cache != nullptr) ReleaseText();
+}
+
+inline void KVAL_UINTEGER::DeleteData() noexcept {
+    if (!IsCompact()) ReleaseWide();
+}
+
+// ---- reading ----
+
+inline std::uint32_t KVAL_UINTEGER::WordAt(const Plane& plane, unsigned index) const noexcept {
+    if (IsCompact()) return index == 0 ? plane.word : 0;
+    return index < static_cast<unsigned>(get_size()) ? plane.words[index] : 0;
+}
+
+inline unsigned KVAL_UINTEGER::get_uvalue_at(int index) const noexcept {
+    return WordAt(uvalue, static_cast<unsigned>(index));
+}
+
+inline unsigned KVAL_UINTEGER::get_xmask_at(int index) const noexcept {
+    return WordAt(xmask, static_cast<unsigned>(index));
+}
+
+inline unsigned KVAL_UINTEGER::bit(unsigned pos) const {
+    if (pos > width) ThrowBitPosition();
+    const std::uint32_t word = IsCompact() ? uvalue.word : WordAt(uvalue, pos >> 5);
+    return (word >> (pos & 31U)) & 1U;
+}
+
+inline bool KVAL_UINTEGER::is_x(int pos, int nibble) const noexcept {
+    // In compact form every position falls into the one word, modulo 32.
+    const auto mask_word = [this](int index) {
+        return IsCompact() ? xmask.word : WordAt(xmask, static_cast<unsigned>(index));
+    };
+    if (nibble != 1) return ((mask_word(pos >> 5) >> (static_cast<unsigned>(pos) & 31U)) & 1U) != 0;
+    std::uint32_t group = mask_word(pos >> 3) >> (4U * (static_cast<unsigned>(pos) & 7U)) & 15U;
+    // The partial top group ends at the width, and a group above the width has no bits.
+    const std::int64_t rest = static_cast<std::int64_t>(width) - 4 * static_cast<std::int64_t>(pos);
+    if (rest <= 3) group &= rest > 0 ? (1U << rest) - 1U : 0U;
+    return group != 0;
+}
+
+// ---- writing ----
+
+inline void KVAL_UINTEGER::StoreAt(Plane& plane, unsigned index, std::uint32_t word) noexcept {
+    if (IsCompact()) {
+        plane.word = word;
+    } else if (index < static_cast<unsigned>(get_size())) {
+        plane.words[index] = word;
+    }
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::set_uvalue_at(int index, unsigned word) noexcept {
+    StoreAt(uvalue, static_cast<unsigned>(index), word);
+    return *this;
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::set_xmask_at(int index, unsigned word) noexcept {
+    StoreAt(xmask, static_cast<unsigned>(index), word);
+    return *this;
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::set_bit(int pos, unsigned bits) {
+    if (static_cast<int>(width) < pos) ThrowSetBitPosition();
+    const unsigned index = IsCompact() ? 0 : static_cast<unsigned>(pos) >> 5;
+    if (IsCompact() || index < static_cast<unsigned>(get_size())) {
+        const unsigned shift = static_cast<unsigned>(pos) & 31U;
+        const std::uint32_t others = ~(1U << shift);
+        const std::uint32_t mask = WordAt(xmask, index) & others;
+        StoreAt(uvalue, index, (WordAt(uvalue, index) & others) | bits << shift);
+        StoreAt(xmask, index, mask);
+        // Deliberate: this one x-mask word decides, even where another word still holds X bits.
+        if (mask == 0) flags = static_cast<std::uint8_t>(flags & ~kX);
+    }
+    DeleteString();
+    return *this;
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::set_x(int pos) noexcept {
+    if (pos < 0 || pos >= static_cast<int>(width)) return *this;
+    const unsigned index = static_cast<unsigned>(pos) >> 5;
+    StoreAt(xmask, index, WordAt(xmask, index) | 1U << (static_cast<unsigned>(pos) & 31U));
+    return SetFlag(kX);
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::force_x() noexcept {
+    if (!IsCompact()) return ForceXWide();
+    xmask.word = 0xFFFFFFFFU;
+    EnforceWidth();
+    return SetFlag(kX);
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::SetFlag(Flag flag) noexcept {
+    flags = static_cast<std::uint8_t>(flags | flag);
+    DeleteString();
+    return *this;
+}
+
+inline void KVAL_UINTEGER::UniteFlags(const KVAL_UINTEGER& other) noexcept {
+    flags = static_cast<std::uint8_t>(flags | (other.flags & kFourState));
+}
+
+// ---- hashing ----
+
+inline unsigned twang_uinthash(unsigned key) noexcept {
+    key += ~(key << 15);
+    key ^= key >> 10;
+    key += key << 3;
+    key ^= key >> 6;
+    key += ~(key << 11);
+    key ^= key >> 16;
+    return key;
+}
+
+inline unsigned KVAL_UINTEGER::get_hash(unsigned bits) const noexcept {
+    const unsigned hash = IsCompact() ? twang_uinthash(uvalue.word) : HashWide();
+    // No bits asked for means all of them: deliberate, the mask for 0 is that for 32.
+    return bits < 32 ? hash & TopMask(bits) : hash;
+}
+
+// ---- bitwise logic ----
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator&=(const KVAL_UINTEGER& other) noexcept {
+    // Deliberate: a value ANDed into itself keeps even its X bits and its text.
+    if (this == &other) return *this;
+    if (!IsCompact()) return AndAssignWide(other);
+    using kval::detail::Internals;
+    const auto bits = kval::detail::FourStateAnd()(Internals::Low(*this), Internals::Low(other));
+    uvalue.word = bits.value;
+    xmask.word = bits.mask;
+    UniteFlags(other);
+    return Changed();
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator|=(const KVAL_UINTEGER& other) noexcept {
+    if (this == &other) return *this;
+    if (!IsCompact()) return OrAssignWide(other);
+    using kval::detail::Internals;
+    const auto bits = kval::detail::FourStateOr()(Internals::Low(*this), Internals::Low(other));
+    uvalue.word = bits.value;
+    xmask.word = bits.mask;
+    UniteFlags(other);
+    return Changed();
+}
+
+inline KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using kval::detail::Internals;
+    if (!Internals::Compact(l, r)) return Internals::AndWide(l, r);
+    // No flag of either operand reaches the result, not even when it holds X bits: deliberate, unlike &=.
+    return Internals::Result(Internals::Wider(l, r).bitwidth(),
+                             kval::detail::FourStateAnd()(Internals::Low(l), Internals::Low(r)), 0);
+}
+
+inline KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using kval::detail::Internals;
+    if (!Internals::Compact(l, r)) return Internals::OrWide(l, r);
+    return Internals::Result(Internals::Wider(l, r).bitwidth(),
+                             kval::detail::FourStateOr()(Internals::Low(l), Internals::Low(r)), 0);
+}
+
+inline KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using kval::detail::Internals;
+    if (!Internals::Compact(l, r)) return Internals::XorWide(l, r);
+    const KVAL_UINTEGER& wider = Internals::Wider(l, r);
+    const unsigned four_state = Internals::FourState(wider);
+    if (l.is_x() || r.is_x()) return Internals::AllX(wider.bitwidth(), wider.uint(), four_state);
+    // X marks without flag X cancel like value bits: deliberate.
+    return Internals::Result(wider.bitwidth(), {l.uint() ^ r.uint(), Internals::Low(l).mask ^ Internals::Low(r).mask},
+                             four_state);
+}
+
+inline KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
+    using kval::detail::Internals;
+    if (!v.IsCompact()) return Internals::NotWide(v);
+    return Internals::Trimmed(v.bitwidth(), {~v.uint(), Internals::Low(v).mask}, Internals::FourState(v));
+}
+
+// ---- addition and subtraction ----
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator+=(const KVAL_UINTEGER& other) noexcept {
+    if (!IsCompact()) return AddAssignWide(other);
+    uvalue.word += other.uint();
+    return Changed();
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator+=(unsigned number) noexcept {
+    if (!IsCompact()) return AddAssignWide(number);
+    uvalue.word += number;
+    return Changed();
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator-=(const KVAL_UINTEGER& other) noexcept {
+    if (!IsCompact()) return SubAssignWide(other);
+    uvalue.word -= other.uint();
+    return Changed();
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator-=(unsigned number) noexcept {
+    if (!IsCompact()) return SubAssignWide(number);
+    uvalue.word -= number;
+    return Changed();
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator++() noexcept { return *this += 1U; }
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator--() noexcept { return *this -= 1U; }
+
+inline KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using kval::detail::Internals;
+    if (!Internals::Compact(l, r)) return Internals::AddWide(l, r);
+    const KVAL_UINTEGER& wider = Internals::Wider(l, r);
+    const unsigned width = wider.bitwidth();
+    const std::uint64_t sum = static_cast<std::uint64_t>(l.uint()) + r.uint();
+    // Grown by one bit when the sum reaches the bit above the width; bit 32 too, for operands with bits above their width.
+    const unsigned grown = width + static_cast<unsigned>((sum >> width | sum >> 32) & 1U);
+    if (!KVAL_UINTEGER::IsCompact(static_cast<int>(grown))) return Internals::AddWide(l, r);
+    return Internals::Trimmed(grown, {static_cast<std::uint32_t>(sum), Internals::Low(wider).mask},
+                              Internals::FourState(wider));
+}
+
+inline KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using kval::detail::Internals;
+    if (!l.IsCompact()) return Internals::SubWide(l, r);
+    return Internals::Trimmed(l.bitwidth(), {l.uint() - r.uint(), Internals::Low(l).mask}, Internals::FourState(l));
+}
+
+// ---- shifts ----
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator<<=(unsigned count) noexcept {
+    if (!IsCompact()) return ShlAssignWide(count);
+    // Deliberate, here and in every compact shift: the count is taken modulo 32, and 32 shifts by nothing.
+    uvalue.word <<= count & 31U;
+    xmask.word <<= count & 31U;
+    return Changed();
+}
+
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator>>=(unsigned count) noexcept {
+    if (!IsCompact()) return ShrAssignWide(count);
+    uvalue.word >>= count & 31U;
+    xmask.word >>= count & 31U;
+    return Changed();
+}
+
+inline KVAL_UINTEGER operator<<(const KVAL_UINTEGER& v, unsigned count) {
+    return KVAL_UINTEGER(v, static_cast<int>(count), true);
+}
+
+inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
+    using kval::detail::Internals;
+    const unsigned width = count < v.bitwidth() ? v.bitwidth() - count : 1;
+    if (!KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return Internals::ShrWide(v, count, width);
+    if (v.IsCompact()) {
+        return Internals::Trimmed(width, {v.uint() >> (count & 31U), Internals::Low(v).mask >> (count & 31U)},
+                                  Internals::FourState(v));
+    }
+    if (count >= v.bitwidth()) return Internals::Result(1, {0, 0}, Internals::FourState(v));
+    // The result straddles at most two words; joined in 64 bits, a shift by 0 needs no case of its own.
+    const Internals::View words = Internals::Words(v);
+    const auto straddle = [count, &words](const std::uint32_t* plane) {
+        const std::size_t low = count / 32U;
+        const std::uint64_t high = low + 1 < words.size ? plane[low + 1] : 0;
+        return static_cast<std::uint32_t>((high << 32 | plane[low]) >> (count & 31U));
+    };
+    return Internals::Trimmed(width, {straddle(words.value), straddle(words.mask)}, Internals::FourState(v));
+}
+
+// ---- multiplication, division, remainder ----
+
+inline KVAL_UINTEGER operator*(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using kval::detail::Internals;
+    const unsigned width = l.bitwidth() + r.bitwidth();
+    if (!Internals::Compact(l, r) || !KVAL_UINTEGER::IsCompact(static_cast<int>(width)))
+        return Internals::MulWide(l, r);
+    if (l.is_x() || r.is_x()) return Internals::AllX(width, 0, 0);
+    return Internals::Trimmed(width, {l.uint() * r.uint(), 0}, 0);
+}
+
+inline KVAL_UINTEGER operator/(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using kval::detail::Internals;
+    if (!Internals::Compact(l, r)) Internals::ThrowDivideWidth();
+    if (r.is_zero()) return Internals::AllX(l.bitwidth(), 0, 0);
+    return Internals::Trimmed(l.bitwidth(), {l.uint() / r.uint(), 0}, 0);
+}
+
+inline KVAL_UINTEGER operator%(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using kval::detail::Internals;
+    if (!Internals::Compact(l, r)) Internals::ThrowRemainderWidth();
+    if (r.is_zero()) return Internals::AllX(r.bitwidth(), 0, 0);
+    return Internals::Trimmed(r.bitwidth(), {l.uint() % r.uint(), 0}, 0);
+}
+
+// ---- comparison ----
+
+inline bool operator>(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+    using kval::detail::Internals;
+    return Internals::Compact(l, r) ? l.uint() > r.uint() : Internals::CompareWide(l, r) > 0;
+}
+
+inline bool operator>=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+    using kval::detail::Internals;
+    return Internals::Compact(l, r) ? l.uint() >= r.uint() : Internals::CompareWide(l, r) >= 0;
+}
+
+inline bool operator<(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept { return r > l; }
+inline bool operator<=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept { return r >= l; }
+
+inline bool operator>(const KVAL_UINTEGER& v, unsigned number) noexcept {
+    return v.IsCompact() ? v.uint() > number : kval::detail::Internals::CompareWide(v, number) > 0;
+}
+
+inline bool operator>=(const KVAL_UINTEGER& v, unsigned number) noexcept {
+    return v.IsCompact() ? v.uint() >= number : kval::detail::Internals::CompareWide(v, number) >= 0;
+}
+
+inline bool operator>(unsigned number, const KVAL_UINTEGER& v) noexcept { return !(v >= number); }
+inline bool operator>=(unsigned number, const KVAL_UINTEGER& v) noexcept { return !(v > number); }
+inline bool operator<(const KVAL_UINTEGER& v, unsigned number) noexcept { return number > v; }
+inline bool operator<=(const KVAL_UINTEGER& v, unsigned number) noexcept { return number >= v; }
+inline bool operator<(unsigned number, const KVAL_UINTEGER& v) noexcept { return v > number; }
+inline bool operator<=(unsigned number, const KVAL_UINTEGER& v) noexcept { return v >= number; }
+
+inline bool KVAL_UINTEGER::operator==(const KVAL_UINTEGER& other) const noexcept {
+    using kval::detail::Internals;
+    if (!Internals::Compact(*this, other)) return Internals::IdenticalWide(*this, other);
+    return uvalue.word == other.uvalue.word && xmask.word == other.xmask.word &&
+           Internals::FourState(*this) == Internals::FourState(other);
+}
+
+inline bool KVAL_UINTEGER::operator==(unsigned number) const noexcept {
+    if (kval::detail::Internals::FourState(*this) != 0) return false;
+    return IsCompact() ? uvalue.word == number : IsNumberWide(number);
+}
+
+inline bool operator==(unsigned number, const KVAL_UINTEGER& v) noexcept { return v == number; }
+inline bool operator!=(unsigned number, const KVAL_UINTEGER& v) noexcept { return !(v == number); }
+
+#endif

@@ -1,0 +1,28 @@
+// Hashes of wide values and of byte strings.
+#include "kval.h"
+#include "value/storage.h"
+
+unsigned KVAL_UINTEGER::HashWide() const noexcept {
+    unsigned hash = 0;
+    for (std::size_t i = 0; i < kval::word_count(width); ++i) hash ^= twang_uinthash(uvalue.words[i]);
+    return hash;
+}
+
+// Deliberate, and different from the unsigned variant for bytes of 0x80 and above and for states with the top bit set: the state
+// is signed, so right shifts keep the sign, and so is every byte. Sums and left shifts wrap, and are done on unsigned numbers.
+int one_at_a_time(const char* key, int len) noexcept {
+    const auto plus_shifted_left = [](int hash, unsigned count) {
+        const auto bits = static_cast<unsigned>(hash);
+        return static_cast<int>(bits + (bits << count));
+    };
+    int hash = 0;
+    for (int i = 0; i < len; ++i) {
+        const int byte = static_cast<signed char>(key[i]);
+        hash = static_cast<int>(static_cast<unsigned>(hash) + static_cast<unsigned>(byte));
+        hash = plus_shifted_left(hash, 10);
+        hash ^= hash >> 6;
+    }
+    hash = plus_shifted_left(hash, 3);
+    hash ^= hash >> 11;
+    return plus_shifted_left(hash, 15);
+}

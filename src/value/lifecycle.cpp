@@ -1,0 +1,124 @@
+// Construction, copying, assignment, resizing and release of wide values.
+#include <algorithm>
+
+#include "kval.h"
+#include "value/storage.h"
+#include "words/shift.h"
+
+using kval::detail::Internals;
+using kval::words::Word;
+
+namespace {
+
+// Fills an array of `size` words from another, cut or zero-extended.
+void fit(Word* out, std::size_t size, const Word* words, std::size_t words_size) {
+    const std::size_t both = std::min(size, words_size);
+    std::copy_n(words, both, out);
+    std::fill(out + both, out + size, Word{0});
+}
+
+}  // namespace
+
+KVAL_UINTEGER::KVAL_UINTEGER(unsigned bits, std::size_t words, unsigned four_state)
+    : width(bits), text_cache(nullptr), flags(static_cast<std::uint8_t>(four_state)), capacity(0) {
+    AllocateWide(words);
+}
+
+// Gives a wide value that owns no arrays its own, not yet written.
+void KVAL_UINTEGER::AllocateWide(std::size_t words) {
+    kval::check_width(width);
+    const kval::Planes planes = kval::allocate_planes(words);
+    uvalue.words = planes.value;
+    xmask.words = planes.mask;
+    capacity = static_cast<std::uint32_t>(words);
+}
+
+void KVAL_UINTEGER::ConstructWide(unsigned value) {
+    AllocateWide(kval::word_count(width));
+    AssignWide(value);
+}
+
+void KVAL_UINTEGER::CopyWide(const KVAL_UINTEGER& other) {
+    const std::size_t size = kval::word_count(width);
+    AllocateWide(size);
+    std::copy_n(other.uvalue.words, size, uvalue.words);
+    std::copy_n(other.xmask.words, size, xmask.words);
+}
+
+void KVAL_UINTEGER::ShiftedCopyWide(const KVAL_UINTEGER& other, unsigned count, bool left) {
+    const std::size_t size = kval::word_count(width);
+    AllocateWide(size);
+    const Internals::View from = Internals::Words(other);
+    const auto shift = left ? kval::words::shift_left : kval::words::shift_right;
+    // A right shift clears even the bits that `other` may hold above its width once the count reaches the width.
+    const std::size_t words = left || count < width ? from.size : 0;
+    shift(uvalue.words, size, from.value, words, count);
+    shift(xmask.words, size, from.mask, words, count);
+    // A left shift has room for every bit, unless the sum of width and count wrapped.
+    if (!left || width < other.width) EnforceWidth();
+}
+
+KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(const KVAL_UINTEGER& other) noexcept {
+    const std::size_t size = kval::word_count(width);
+    const Internals::View from = Internals::Words(other);
+    fit(uvalue.words, size, from.value, from.size);
+    fit(xmask.words, size, from.mask, from.size);
+    flags = other.flags;
+    if (width != other.width) EnforceWidth();
+    DeleteString();
+    return *this;
+}
+
+KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(unsigned value) noexcept {
+    const std::size_t size = kval::word_count(width);
+    std::fill_n(uvalue.words, size, Word{0});
+    std::fill_n(xmask.words, size, Word{0});
+    uvalue.words[0] = value;
+    flags = static_cast<std::uint8_t>(flags & ~kFourState);
+    DeleteString();
+    return *this;
+}
+
+// Copy assignment to a moved-from value, which takes the width as well.
+KVAL_UINTEGER& KVAL_UINTEGER::AdoptCopy(const KVAL_UINTEGER& other) {
+    KVAL_UINTEGER copy(other);
+    Take(copy);
+    return *this;
+}
+
+// Resizes from or to a wide width. New arrays are taken only when the word count grows; a value that shrinks keeps its longer
+// ones.
+void KVAL_UINTEGER::ResizeWide(unsigned bits) {
+    const std::size_t size = kval::word_count(bits);
+    const Internals::View old = Internals::Words(*this);
+    if (size > old.size) {
+        kval::check_width(bits);
+        const kval::Planes grown = kval::allocate_planes(size);
+        fit(grown.value, size, old.value, old.size);
+        fit(grown.mask, size, old.mask, old.size);
+        DeleteData();
+        uvalue.words = grown.value;
+        xmask.words = grown.mask;
+        capacity = static_cast<std::uint32_t>(size);
+    } else if (!IsCompact() && IsCompact(static_cast<int>(bits))) {
+        const Word value = old.value[0];
+        const Word mask = old.mask[0];
+        DeleteData();
+        uvalue.word = value;
+        xmask.word = mask;
+    }
+    width = bits;
+    Changed();
+}
+
+void KVAL_UINTEGER::ReleaseText() noexcept {
+    delete[] text_cache;
+    text_cache = nullptr;
+}
+
+void KVAL_UINTEGER::ReleaseWide() noexcept {
+    kval::release_planes({uvalue.words, xmask.words});
+    uvalue.words = nullptr;
+    xmask.words = nullptr;
+    capacity = 0;
+}

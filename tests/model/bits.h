@@ -1,0 +1,37 @@
+// Planes of single bits: reads that are safe at any position, and the 32 bits of a word to and from a number.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace model {
+
+using Bits = std::vector<bool>;
+
+constexpr unsigned kWordBits = 32;
+
+inline bool at(const Bits& plane, std::size_t index) { return index < plane.size() && plane[index]; }
+
+inline unsigned word_at(const Bits& plane, std::size_t index) {
+    unsigned word = 0;
+    for (unsigned i = 0; i < kWordBits; ++i) {
+        if (at(plane, kWordBits * index + i)) word |= 1u << i;
+    }
+    return word;
+}
+
+// Writes nothing beyond the end of the plane.
+inline void put_word(Bits& plane, std::size_t index, unsigned word) {
+    for (unsigned i = 0; i < kWordBits; ++i) {
+        const std::size_t pos = kWordBits * index + i;
+        if (pos < plane.size()) plane[pos] = (word >> i & 1u) != 0;
+    }
+}
+
+inline Bits bits_of(unsigned number) {
+    Bits plane(kWordBits);
+    put_word(plane, 0, number);
+    return plane;
+}
+
+}  // namespace model
