@@ -21,12 +21,13 @@ struct Internals;
 /// An unsigned integer of any bit width in which every bit is 0, 1 or X (unknown), and which as a whole may be marked Z (high
 /// impedance), WL (weak low) or WH (weak high).
 ///
-/// Storage. A width of 1 to 32 bits is *compact*: one value word and one x-mask word inside the object, and no operation with
-/// a compact result touches the heap. A width of 33 bits and up is *wide*: two owned arrays of get_size() 32-bit words, word 0
+/// Storage. A width of 1 to 32 bits is *compact*: one value word and one x-mask word inside the object, and no construction,
+/// copy, assignment or operator with a compact result allocates. A width of 33 bits and up is *wide*: two owned arrays of get_size() 32-bit words, word 0
 /// least significant. A 1 in the x-mask makes the bit X; the value bit under it is kept and carries no meaning.
 ///
 /// Invariants, kept by every operation unless its line says otherwise:
-///   - the width is at least 1 (0 only in a moved-from value, see the move constructor);
+///   - the width is at least 1, but in a moved-from value (see the move constructor). Operators may be given one, safely, but
+///     what they give for it means nothing;
 ///   - bits of the top word above the width are 0 in both planes;
 ///   - any change of value, x-mask, flags or width drops the cached text, and copies start without one;
 ///   - every value owns its arrays and its text alone.
@@ -40,8 +41,8 @@ class KVAL_UINTEGER {
   public:
     // ---- construction, copying, assignment; a width of 0, or negative when read as signed, becomes 1 ----
 
-    /// `value` in `bits` bits (mind the order: value, then width), truncated or zero-extended; no X bits, no flags.
-    KVAL_UINTEGER(unsigned value, unsigned bits);
+    /// `value` in `bit_width` bits (mind the order: value, then width), truncated or zero-extended; no X bits, no flags.
+    KVAL_UINTEGER(unsigned value, unsigned bit_width);
     /// The same width, bits, x-mask and flags; no text.
     KVAL_UINTEGER(const KVAL_UINTEGER& other);
     /// Takes everything but the text. `other` is left moved-from: width 0, no bits, no flags, no text; it reads as 0, prints
@@ -52,7 +53,8 @@ class KVAL_UINTEGER {
     KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool left);
     ~KVAL_UINTEGER();
 
-    /// Copies bits, x-mask and flags into this value's own width, truncated or zero-extended; the width does not change.
+    /// Copies bits, x-mask and flags into this value's own width, truncated or zero-extended; the width does not change, but for
+    /// that of a moved-from value. Self-assignment changes nothing, not even the text.
     KVAL_UINTEGER& operator=(const KVAL_UINTEGER& other);
     /// As copy assignment; may leave the target's old content in `other`. A moved-from target takes everything instead.
     KVAL_UINTEGER& operator=(KVAL_UINTEGER&& other) noexcept;
@@ -63,12 +65,14 @@ class KVAL_UINTEGER {
 
     /// The width in bits.
     unsigned bitwidth() const noexcept { return width; }
-    /// Resizes to `bits` bits, zero-extended or truncated, x-mask likewise; flags stay. The width as it is: nothing changes.
-    KVAL_UINTEGER& bitwidth(unsigned bits);
+    /// Resizes to `new_width` bits, zero-extended or truncated, x-mask likewise; flags stay. The width as it is: nothing changes.
+    KVAL_UINTEGER& bitwidth(unsigned new_width);
     /// The number of 32-bit words of this width.
     int get_size() const noexcept { return get_size(static_cast<int>(width)); }
-    /// The number of 32-bit words of a width of `bits`: (bits + 31) >> 5.
-    static int get_size(int bits) noexcept { return static_cast<int>(static_cast<unsigned>(bits) + 31U) >> 5; }
+    /// The number of 32-bit words of a width of `bit_width`: (bit_width + 31) >> 5.
+    static int get_size(int bit_width) noexcept {
+        return static_cast<int>(static_cast<unsigned>(bit_width) + 31U) >> 5;
+    }
     /// The number of used bits in the top word, 0 meaning all 32.
     unsigned get_top() const noexcept { return width & 31U; }
 
@@ -87,7 +91,8 @@ class KVAL_UINTEGER {
     unsigned get_uvalue_at(int index) const noexcept;
     /// X-mask word `index`, 0 outside the value.
     unsigned get_xmask_at(int index) const noexcept;
-    /// Whether bit `pos` is X; with `nibble` == 1, whether any bit of the four-bit group `pos` is.
+    /// Whether bit `pos` is X; with `nibble` == 1, whether any bit of the four-bit group `pos` is, as far as it lies in the width.
+    /// False outside the stored words of a wide value; a compact one takes a single `pos` modulo 32.
     bool is_x(int pos, int nibble) const noexcept;
     /// Flag X: the value holds X bits. The operators' all-X decisions look at this flag alone, never at the x-mask.
     bool is_x() const noexcept { return (flags & kX) != 0; }
@@ -100,10 +105,11 @@ class KVAL_UINTEGER {
 
     // ---- writing ----
 
-    /// Bit `pos` becomes `bits`, known. `bits` is not reduced to one bit: 3 sets two. Clears flag X once the x-mask word of
+    /// Bit `pos` becomes `value`, known. `value` is not reduced to one bit: 3 sets two. Clears flag X once the x-mask word of
     /// that bit holds no X, whatever the other words hold. Throws a const char* when `pos` is greater than the width;
-    /// `pos` == width and negative positions pass, and write nothing outside the stored words.
-    KVAL_UINTEGER& set_bit(int pos, unsigned bits);
+    /// `pos` == width and negative positions pass, and write nothing outside the stored words. May leave bits above the width,
+    /// which the next EnforceWidth() clears.
+    KVAL_UINTEGER& set_bit(int pos, unsigned value);
     /// Raw store of value word `index` (of the only word, whatever `index`, in compact form): no trimming, flags and cached
     /// text as they were. Ends with EnforceWidth() and DeleteString() by the caller.
     KVAL_UINTEGER& set_uvalue_at(int index, unsigned word) noexcept;
@@ -120,18 +126,20 @@ class KVAL_UINTEGER {
     /// Sets flag WH and nothing else.
     KVAL_UINTEGER& force_wh() noexcept { return SetFlag(kWeakHigh); }
 
-    // ---- text; the value keeps the text, valid until its next change ----
+    // ---- text; the value keeps one text at a time, valid until its next change or until the text of the other base is asked
+    //      for: one expression must not ask for both ----
 
     /// (width + 3) / 4 upper-case digits with leading zeros, "X" for a digit with an X bit; "Z", "L" or "H" where that flag is
     /// set and the digit has no X, written at the mirrored place. After a hexadecimal parse: the text that was parsed.
     KVAL_API const char* as_hex_string() const;
     /// One character for every bit, as as_hex_string.
     KVAL_API const char* as_bin_string() const;
-    /// Width, bits and cached text from '0', '1' and 'X' characters. One 'X' makes the whole value X first; then every 0 and 1
-    /// sets its bit as set_bit does. Other characters leave their bit as it was. Null counts as empty: width 1, old bit 0.
+    /// Width, bits and cached text from '0', '1' and 'X' characters: "01X0" has one X bit and flag X. One 'X' makes the whole
+    /// value X first; then every 0 and 1 sets its bit as set_bit does, flag X included. Other characters leave their bit as it
+    /// was. Null counts as empty: width 1, old bit 0.
     KVAL_API KVAL_UINTEGER& set_value_from_bin_string(const char* text);
     /// Width (4 bits a digit), bits and cached text from hexadecimal digits, taken in chunks of eight from the right by the
-    /// rules of strtoul. Clears the x-mask, leaves the flags. Null counts as empty: width 1, old bit 0.
+    /// rules of strtoul. Clears the x-mask, leaves the flags. Null counts as empty: width 1, bit 0 and its X mark as they were.
     KVAL_API KVAL_UINTEGER& set_value_from_hex_string(const char* text);
 
     // ---- hashing ----
@@ -175,8 +183,8 @@ class KVAL_UINTEGER {
 
     /// Whether this width is kept in compact form.
     bool IsCompact() const noexcept { return IsCompact(static_cast<int>(width)); }
-    /// Whether a width of `bits` is kept in compact form: less than 33.
-    static bool IsCompact(int bits) noexcept { return bits < 33; }
+    /// Whether a width of `bit_width` is kept in compact form: less than 33.
+    static bool IsCompact(int bit_width) noexcept { return bit_width < 33; }
     /// Clears the bits above the width in the top word of value and x-mask; flags and text stay.
     void EnforceWidth() noexcept;
     /// Drops the cached text.
@@ -195,12 +203,13 @@ class KVAL_UINTEGER {
     enum Flag : std::uint8_t { kX = 1, kZ = 2, kWeakLow = 4, kWeakHigh = 8, kFourState = 15, kBinaryText = 16 };
 
     // A compact result as it stands: nothing is trimmed.
-    KVAL_UINTEGER(unsigned bits, std::uint32_t value, std::uint32_t mask, unsigned four_state) noexcept;
+    KVAL_UINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width, unsigned state) noexcept;
     // A wide result whose words the caller writes next: two arrays of `words` words.
-    KVAL_UINTEGER(unsigned bits, std::size_t words, unsigned four_state);
+    KVAL_UINTEGER(unsigned bit_width, std::size_t words, unsigned state);
 
-    static std::uint32_t TopMask(unsigned bits) noexcept { return 0xFFFFFFFFU >> (-bits & 31U); }
-    static unsigned AtLeastOne(unsigned bits) noexcept { return static_cast<int>(bits) > 0 ? bits : 1; }
+    // The used bits of the top word: -width & 31 of its bits are above the width, none where the width fills it.
+    static std::uint32_t TopMask(unsigned bit_width) noexcept { return 0xFFFFFFFFU >> (-bit_width & 31U); }
+    static unsigned AtLeastOne(unsigned bit_width) noexcept { return static_cast<int>(bit_width) > 0 ? bit_width : 1; }
 
     std::uint32_t LowMask() const noexcept { return IsCompact() ? xmask.word : xmask.words[0]; }
     std::uint32_t WordAt(const Plane& plane, unsigned index) const noexcept;
@@ -208,7 +217,10 @@ class KVAL_UINTEGER {
     KVAL_UINTEGER& SetFlag(Flag flag) noexcept;
     KVAL_UINTEGER& Changed() noexcept;
     void UniteFlags(const KVAL_UINTEGER& other) noexcept;
-    void Take(KVAL_UINTEGER& other) noexcept;
+    void TakeFrom(KVAL_UINTEGER& other) noexcept;
+    bool Wrapped(const KVAL_UINTEGER& other, unsigned count) const noexcept;
+    template <typename Rule>
+    KVAL_UINTEGER& CombineLowWord(const KVAL_UINTEGER& other, Rule rule) noexcept;
     void AllocateWide(std::size_t words);
     const char* KeepText(char* text, std::uint8_t kind) const noexcept;
 
@@ -219,7 +231,7 @@ class KVAL_UINTEGER {
     KVAL_API KVAL_UINTEGER& AssignWide(const KVAL_UINTEGER& other) noexcept;
     KVAL_API KVAL_UINTEGER& AssignWide(unsigned value) noexcept;
     KVAL_API KVAL_UINTEGER& AdoptCopy(const KVAL_UINTEGER& other);
-    KVAL_API void ResizeWide(unsigned bits);
+    KVAL_API void ResizeWide(unsigned new_width);
     KVAL_API void ReleaseText() noexcept;
     KVAL_API void ReleaseWide() noexcept;
     KVAL_API bool IsNumberWide(unsigned number) const noexcept;
@@ -246,8 +258,10 @@ class KVAL_UINTEGER {
 
 // ---- free operators; each returns a new value without text, and leaves its operands alone ----
 //
-// Bitwise: the wider operand's width. `&` and `|` follow the four-state rules bit by bit and give no flags; AND of two unknowns
-// is a known 0. `^` is all X when either flag X is set, else has the wider operand's flags (equal widths: the right one's).
+// Bitwise: the wider operand's width. `&` and `|` follow the four-state rules bit by bit and give no flags, so that their result
+// may hold X bits without flag X; AND of two unknowns is a known 0. `^` is all X when either flag X is set, and has the wider
+// operand's flags (equal widths: the right one's). X marks without flag X do not spread in `^`: compact, the two x-masks are
+// XORed; wide, the wider operand's is kept.
 
 KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
 KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);

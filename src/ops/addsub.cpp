@@ -30,7 +30,7 @@ KVAL_UINTEGER Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
     // Room for the bit of growth: a word more where the width fills its top word.
     const unsigned grown = wider.width + 1;
     const std::size_t room = word_count(grown);
-    KVAL_UINTEGER result(std::min(grown, kMaxWidth), room, FourState(wider));
+    KVAL_UINTEGER result(std::min(grown, kMaxWidth), room, Flags(wider));
     Word* value = result.uvalue.words;
     Word* mask = result.xmask.words;
     bool carry = words::add(value, w.value, n.value, n.size);
@@ -50,7 +50,7 @@ KVAL_UINTEGER Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
 KVAL_UINTEGER Internals::SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     const View from = Words(l);
     const View less = Words(r);
-    KVAL_UINTEGER result(l.width, from.size, FourState(l));
+    KVAL_UINTEGER result(l.width, from.size, Flags(l));
     Word* value = result.uvalue.words;
     if (r.IsCompact()) {
         subtract_compact(value, from.value, from.size, less.value[0]);

@@ -20,7 +20,7 @@ bool Internals::IdenticalWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) no
     const View a = Words(l);
     const View b = Words(r);
     return words::equal(a.value, a.size, b.value, b.size) && words::equal(a.mask, a.size, b.mask, b.size) &&
-           FourState(l) == FourState(r);
+           Flags(l) == Flags(r);
 }
 
 }  // namespace kval::detail

@@ -20,9 +20,13 @@ namespace kval::detail {
 
 KVAL_UINTEGER Internals::MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     const unsigned width = KVAL_UINTEGER::AtLeastOne(l.width + r.width);
-    if (l.is_x() || r.is_x()) return KVAL_UINTEGER(0, width).force_x();
-    // Two wide operands have a compact product only where the sum of their widths wraps.
-    if (KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return Trimmed(width, {l.uint() * r.uint(), 0}, 0);
+    if (l.is_x() || r.is_x()) {
+        KVAL_UINTEGER all_x(0, width);
+        all_x.force_x();
+        return all_x;
+    }
+    // A wide operand has a compact product only where the sum of the widths wraps.
+    if (KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return TrimmedResult(width, {l.uint() * r.uint(), 0}, 0);
     const View a = Words(l);
     const View b = Words(r);
     const View& longer = a.size > b.size ? a : b;

@@ -13,7 +13,7 @@ namespace kval::detail {
 KVAL_UINTEGER Internals::ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
     const View from = Words(v);
     const std::size_t size = word_count(width);
-    KVAL_UINTEGER result(width, size, FourState(v));
+    KVAL_UINTEGER result(width, size, Flags(v));
     words::shift_right(result.uvalue.words, size, from.value, from.size, count);
     words::shift_right(result.xmask.words, size, from.mask, from.size, count);
     result.EnforceWidth();

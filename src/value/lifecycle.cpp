@@ -19,8 +19,8 @@ void fit(Word* out, std::size_t size, const Word* words, std::size_t words_size)
 
 }  // namespace
 
-KVAL_UINTEGER::KVAL_UINTEGER(unsigned bits, std::size_t words, unsigned four_state)
-    : width(bits), text_cache(nullptr), flags(static_cast<std::uint8_t>(four_state)), capacity(0) {
+KVAL_UINTEGER::KVAL_UINTEGER(unsigned bit_width, std::size_t words, unsigned state)
+    : width(bit_width), text_cache(nullptr), flags(static_cast<std::uint8_t>(state)), capacity(0) {
     AllocateWide(words);
 }
 
@@ -54,8 +54,7 @@ void KVAL_UINTEGER::ShiftedCopyWide(const KVAL_UINTEGER& other, unsigned count, 
     const std::size_t words = left || count < width ? from.size : 0;
     shift(uvalue.words, size, from.value, words, count);
     shift(xmask.words, size, from.mask, words, count);
-    // A left shift has room for every bit, unless the sum of width and count wrapped.
-    if (!left || width < other.width) EnforceWidth();
+    if (!left || Wrapped(other, count)) EnforceWidth();
 }
 
 KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(const KVAL_UINTEGER& other) noexcept {
@@ -82,17 +81,17 @@ KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(unsigned value) noexcept {
 // Copy assignment to a moved-from value, which takes the width as well.
 KVAL_UINTEGER& KVAL_UINTEGER::AdoptCopy(const KVAL_UINTEGER& other) {
     KVAL_UINTEGER copy(other);
-    Take(copy);
+    TakeFrom(copy);
     return *this;
 }
 
 // Resizes from or to a wide width. New arrays are taken only when the word count grows; a value that shrinks keeps its longer
 // ones.
-void KVAL_UINTEGER::ResizeWide(unsigned bits) {
-    const std::size_t size = kval::word_count(bits);
+void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
+    const std::size_t size = kval::word_count(new_width);
     const Internals::View old = Internals::Words(*this);
     if (size > old.size) {
-        kval::check_width(bits);
+        kval::check_width(new_width);
         const kval::Planes grown = kval::allocate_planes(size);
         fit(grown.value, size, old.value, old.size);
         fit(grown.mask, size, old.mask, old.size);
@@ -100,14 +99,14 @@ void KVAL_UINTEGER::ResizeWide(unsigned bits) {
         uvalue.words = grown.value;
         xmask.words = grown.mask;
         capacity = static_cast<std::uint32_t>(size);
-    } else if (!IsCompact() && IsCompact(static_cast<int>(bits))) {
+    } else if (!IsCompact() && IsCompact(static_cast<int>(new_width))) {
         const Word value = old.value[0];
         const Word mask = old.mask[0];
         DeleteData();
         uvalue.word = value;
         xmask.word = mask;
     }
-    width = bits;
+    width = new_width;
     Changed();
 }
 

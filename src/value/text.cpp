@@ -13,40 +13,40 @@ using kval::words::Word;
 
 namespace {
 
-struct Base {
+struct Radix {
     unsigned bits_per_digit;
     unsigned digits_per_word;
     int nibble;  // the second argument of is_x() that asks for one digit
     void (*write_word)(char* digits, Word value, Word unknown);
 };
-constexpr Base kHexadecimal{4, 8, 1, kval::words::write_hexadecimal};
-constexpr Base kBinary{1, 32, 0, kval::words::write_binary};
+constexpr Radix kHexadecimal{4, 8, 1, kval::words::write_hexadecimal};
+constexpr Radix kBinary{1, 32, 0, kval::words::write_binary};
 
 // Straight digits, the low word last.
-void write_digits(char* text, std::size_t digits, const KVAL_UINTEGER& v, const Base& base) {
+void write_digits(char* text, std::size_t digits, const KVAL_UINTEGER& v, const Radix& radix) {
     const Internals::View words = Internals::Words(v);
     for (std::size_t i = 0; i < words.size; ++i) {
         // X marks above the width do not show, value bits there do: deliberate.
         const Word unknown = words.mask[i] & (i + 1 == words.size ? Internals::TopMask(v.bitwidth()) : ~Word{0});
-        if (digits >= base.digits_per_word) {
-            digits -= base.digits_per_word;
-            base.write_word(text + digits, words.value[i], unknown);
+        if (digits >= radix.digits_per_word) {
+            digits -= radix.digits_per_word;
+            radix.write_word(text + digits, words.value[i], unknown);
         } else {
             char whole_word[32];
-            base.write_word(whole_word, words.value[i], unknown);
-            std::memcpy(text, whole_word + base.digits_per_word - digits, digits);
+            radix.write_word(whole_word, words.value[i], unknown);
+            std::memcpy(text, whole_word + radix.digits_per_word - digits, digits);
         }
     }
 }
 
 // The letters of a value marked Z, weak low or weak high. Deliberate: a letter goes to the mirrored place of its digit, an X to
 // its own. They may fall on each other, and a place may be left as a zero byte.
-void write_letters(char* text, std::size_t digits, const KVAL_UINTEGER& v, const Base& base) {
+void write_letters(char* text, std::size_t digits, const KVAL_UINTEGER& v, const Radix& radix) {
     const char weak = v.is_wl() ? 'L' : 'H';
     const char letter = v.is_z() ? 'Z' : weak;
     std::fill_n(text, digits, '\0');
     for (std::size_t i = 0; i < digits; ++i) {
-        if (v.is_x(static_cast<int>(i), base.nibble)) {
+        if (v.is_x(static_cast<int>(i), radix.nibble)) {
             text[digits - 1 - i] = 'X';
         } else {
             text[i] = letter;
@@ -54,11 +54,11 @@ void write_letters(char* text, std::size_t digits, const KVAL_UINTEGER& v, const
     }
 }
 
-char* new_text(const KVAL_UINTEGER& v, const Base& base) {
-    const std::size_t digits = (std::size_t{v.bitwidth()} + base.bits_per_digit - 1) / base.bits_per_digit;
+char* new_text(const KVAL_UINTEGER& v, const Radix& radix) {
+    const std::size_t digits = (std::size_t{v.bitwidth()} + radix.bits_per_digit - 1) / radix.bits_per_digit;
     char* text = new char[digits + 1];
     const auto write = v.is_z() || v.is_wl() || v.is_wh() ? write_letters : write_digits;
-    write(text, digits, v, base);
+    write(text, digits, v, radix);
     text[digits] = '\0';
     return text;
 }

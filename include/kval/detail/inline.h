@@ -2,45 +2,10 @@
 #ifndef KVAL_DETAIL_INLINE_H
 #define KVAL_DETAIL_INLINE_H
 
+#include "four_state.h"
+
 namespace kval {
 namespace detail {
-
-/// The same run of bit positions from both planes: one word, or as many words at once as `Word` holds.
-template <typename Word>
-struct Bits {
-    Word value;
-    Word mask;
-};
-
-// The four-state rules of AND and OR, one bit position at a time in every bit of the word:
-//
-//   left right | AND OR
-//    0     0   |  0   0
-//    0     1   |  0   1
-//    0     X   |  0   X
-//    1     1   |  1   1
-//    1     X   |  X   1
-//    X     X   |  0   X      AND of two unknowns is a known 0. Deliberate: only a known 1 on the other side lets an unknown
-//                            through. Do not "correct" it.
-// The value bit under an X of the result is 0.
-
-struct FourStateAnd {
-    template <typename Word>
-    Bits<Word> operator()(Bits<Word> l, Bits<Word> r) const noexcept {
-        const Word l_ones = l.value & ~l.mask;
-        const Word r_ones = r.value & ~r.mask;
-        return {l_ones & r_ones, (l_ones & r.mask) | (r_ones & l.mask)};
-    }
-};
-
-struct FourStateOr {
-    template <typename Word>
-    Bits<Word> operator()(Bits<Word> l, Bits<Word> r) const noexcept {
-        const Word l_ones = l.value & ~l.mask;
-        const Word r_ones = r.value & ~r.mask;
-        return {l_ones | r_ones, (l.mask & ~r_ones) | (r.mask & ~l_ones)};
-    }
-};
 
 /// The operators' way to the fields, and the wide half of every free operator.
 struct Internals {
@@ -70,22 +35,29 @@ struct Internals {
     static const KVAL_UINTEGER& Wider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         return l.width > r.width ? l : r;
     }
-    static Bits<Word> Low(const KVAL_UINTEGER& v) noexcept { return {v.uint(), v.LowMask()}; }
-    static unsigned FourState(const KVAL_UINTEGER& v) noexcept { return v.flags & KVAL_UINTEGER::kFourState; }
+    static FourState<Word> LowWord(const KVAL_UINTEGER& v) noexcept { return {v.uint(), v.LowMask()}; }
+    static Word LowMask(const KVAL_UINTEGER& v) noexcept { return v.LowMask(); }
+    static unsigned Flags(const KVAL_UINTEGER& v) noexcept { return v.flags & KVAL_UINTEGER::kFourState; }
     static Word TopMask(unsigned width) noexcept { return KVAL_UINTEGER::TopMask(width); }
 
     /// A compact result with its bits as they are.
-    static KVAL_UINTEGER Result(unsigned width, Bits<Word> bits, unsigned four_state) noexcept {
-        return KVAL_UINTEGER(width, bits.value, bits.mask, four_state);
+    static KVAL_UINTEGER CompactResult(unsigned width, FourState<Word> bits, unsigned flags) noexcept {
+        return KVAL_UINTEGER(bits.value, bits.mask, width, flags);
     }
     /// A compact result with both planes trimmed to the width.
-    static KVAL_UINTEGER Trimmed(unsigned width, Bits<Word> bits, unsigned four_state) noexcept {
+    static KVAL_UINTEGER TrimmedResult(unsigned width, FourState<Word> bits, unsigned flags) noexcept {
         const Word top = TopMask(width);
-        return KVAL_UINTEGER(width, bits.value & top, bits.mask & top, four_state);
+        return KVAL_UINTEGER(bits.value & top, bits.mask & top, width, flags);
     }
     /// A compact result with every bit X over the given value bits.
-    static KVAL_UINTEGER AllX(unsigned width, Word value, unsigned four_state) noexcept {
-        return Trimmed(width, {value, 0xFFFFFFFFU}, four_state | KVAL_UINTEGER::kX);
+    static KVAL_UINTEGER AllXResult(unsigned width, Word value, unsigned flags) noexcept {
+        return TrimmedResult(width, {value, 0xFFFFFFFFU}, flags | KVAL_UINTEGER::kX);
+    }
+    /// The AND or OR of compact operands. No flag of either reaches the result, not even when it holds X bits: deliberate,
+    /// unlike the forms in place.
+    template <typename Rule>
+    static KVAL_UINTEGER Combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
+        return CompactResult(Wider(l, r).width, rule(LowWord(l), LowWord(r)), 0);
     }
 
     template <typename Field>
@@ -103,10 +75,6 @@ struct Internals {
         Exchange(a.capacity, b.capacity);
     }
 
-    template <typename Rule>
-    static KVAL_UINTEGER& CombineInPlace(KVAL_UINTEGER& target, const KVAL_UINTEGER& other, Rule rule) noexcept;
-    template <typename Rule>
-    static KVAL_UINTEGER Combine(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule);
     KVAL_API static KVAL_UINTEGER AndWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER OrWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
@@ -128,15 +96,15 @@ struct Internals {
 
 // ---- construction, copying, assignment ----
 
-inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned bits, std::uint32_t value, std::uint32_t mask,
-                                    unsigned four_state) noexcept
-    : width(bits), text_cache(nullptr), flags(static_cast<std::uint8_t>(four_state)), capacity(0) {
+inline KVAL_UINTEGER::KVAL_UINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width,
+                                    unsigned state) noexcept
+    : width(bit_width), text_cache(nullptr), flags(static_cast<std::uint8_t>(state)), capacity(0) {
     uvalue.word = value;
     xmask.word = mask;
 }
 
-inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bits)
-    : width(AtLeastOne(bits)), text_cache(nullptr), flags(0), capacity(0) {
+inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bit_width)
+    : width(AtLeastOne(bit_width)), text_cache(nullptr), flags(0), capacity(0) {
     if (!IsCompact()) {
         ConstructWide(value);
         return;
@@ -155,7 +123,7 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other)
     xmask.word = other.xmask.word;
 }
 
-inline KVAL_UINTEGER::KVAL_UINTEGER(KVAL_UINTEGER&& other) noexcept : text_cache(nullptr) { Take(other); }
+inline KVAL_UINTEGER::KVAL_UINTEGER(KVAL_UINTEGER&& other) noexcept : text_cache(nullptr) { TakeFrom(other); }
 
 inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool left)
     : width(left ? AtLeastOne(other.width + static_cast<unsigned>(count)) : other.width),
@@ -169,8 +137,12 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool 
     const unsigned shift = static_cast<unsigned>(count) & 31U;
     uvalue.word = left ? other.uint() << shift : other.uvalue.word >> shift;
     xmask.word = left ? other.LowMask() << shift : other.xmask.word >> shift;
-    // A left shift has room for every bit, unless the sum of width and count wrapped.
-    if (!left || width < other.width) EnforceWidth();
+    if (!left || Wrapped(other, static_cast<unsigned>(count))) EnforceWidth();
+}
+
+/// Whether a left shift by `count` has no room for every bit, because the sum of width and count wrapped.
+inline bool KVAL_UINTEGER::Wrapped(const KVAL_UINTEGER& other, unsigned count) const noexcept {
+    return std::uint64_t{other.width} + count != width;
 }
 
 inline KVAL_UINTEGER::~KVAL_UINTEGER() {
@@ -193,7 +165,7 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(const KVAL_UINTEGER& other) {
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(KVAL_UINTEGER&& other) noexcept {
     if (width != other.width) {
         if (width == 0) {
-            Take(other);
+            TakeFrom(other);
             return *this;
         }
     } else if (!IsCompact() && this != &other) {
@@ -216,7 +188,7 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(unsigned value) noexcept {
 }
 
 /// Moves everything but the text out of `other` into storage that owns nothing but, perhaps, a text.
-inline void KVAL_UINTEGER::Take(KVAL_UINTEGER& other) noexcept {
+inline void KVAL_UINTEGER::TakeFrom(KVAL_UINTEGER& other) noexcept {
     DeleteString();
     width = other.width;
     uvalue = other.uvalue;
@@ -235,15 +207,15 @@ inline void swap(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept { kval::detail::In
 
 // ---- width ----
 
-inline KVAL_UINTEGER& KVAL_UINTEGER::bitwidth(unsigned bits) {
+inline KVAL_UINTEGER& KVAL_UINTEGER::bitwidth(unsigned new_width) {
     // A moved-from value has no width to keep, not even when asked for 0 bits, which means 1.
-    if (bits == width && width != 0) return *this;
-    bits = AtLeastOne(bits);
-    if (!IsCompact() || !IsCompact(static_cast<int>(bits))) {
-        ResizeWide(bits);
+    if (new_width == width && width != 0) return *this;
+    new_width = AtLeastOne(new_width);
+    if (!IsCompact() || !IsCompact(static_cast<int>(new_width))) {
+        ResizeWide(new_width);
         return *this;
     }
-    width = bits;
+    width = new_width;
     return Changed();
 }
 
@@ -324,14 +296,14 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::set_xmask_at(int index, unsigned word) noex
     return *this;
 }
 
-inline KVAL_UINTEGER& KVAL_UINTEGER::set_bit(int pos, unsigned bits) {
+inline KVAL_UINTEGER& KVAL_UINTEGER::set_bit(int pos, unsigned value) {
     if (static_cast<int>(width) < pos) ThrowSetBitPosition();
     const unsigned index = IsCompact() ? 0 : static_cast<unsigned>(pos) >> 5;
     if (IsCompact() || index < static_cast<unsigned>(get_size())) {
         const unsigned shift = static_cast<unsigned>(pos) & 31U;
         const std::uint32_t others = ~(1U << shift);
         const std::uint32_t mask = WordAt(xmask, index) & others;
-        StoreAt(uvalue, index, (WordAt(uvalue, index) & others) | bits << shift);
+        StoreAt(uvalue, index, (WordAt(uvalue, index) & others) | value << shift);
         StoreAt(xmask, index, mask);
         // Deliberate: this one x-mask word decides, even where another word still holds X bits.
         if (mask == 0) flags = static_cast<std::uint8_t>(flags & ~kX);
@@ -384,59 +356,54 @@ inline unsigned KVAL_UINTEGER::get_hash(unsigned bits) const noexcept {
 
 // ---- bitwise logic ----
 
-inline KVAL_UINTEGER& KVAL_UINTEGER::operator&=(const KVAL_UINTEGER& other) noexcept {
-    // Deliberate: a value ANDed into itself keeps even its X bits and its text.
-    if (this == &other) return *this;
-    if (!IsCompact()) return AndAssignWide(other);
+template <typename Rule>
+KVAL_UINTEGER& KVAL_UINTEGER::CombineLowWord(const KVAL_UINTEGER& other, Rule rule) noexcept {
     using kval::detail::Internals;
-    const auto bits = kval::detail::FourStateAnd()(Internals::Low(*this), Internals::Low(other));
+    const auto bits = rule(Internals::LowWord(*this), Internals::LowWord(other));
     uvalue.word = bits.value;
     xmask.word = bits.mask;
     UniteFlags(other);
     return Changed();
 }
 
+inline KVAL_UINTEGER& KVAL_UINTEGER::operator&=(const KVAL_UINTEGER& other) noexcept {
+    // Deliberate: a value ANDed into itself keeps even its X bits and its text.
+    if (this == &other) return *this;
+    return IsCompact() ? CombineLowWord(other, kval::detail::FourStateAnd()) : AndAssignWide(other);
+}
+
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator|=(const KVAL_UINTEGER& other) noexcept {
     if (this == &other) return *this;
-    if (!IsCompact()) return OrAssignWide(other);
-    using kval::detail::Internals;
-    const auto bits = kval::detail::FourStateOr()(Internals::Low(*this), Internals::Low(other));
-    uvalue.word = bits.value;
-    xmask.word = bits.mask;
-    UniteFlags(other);
-    return Changed();
+    return IsCompact() ? CombineLowWord(other, kval::detail::FourStateOr()) : OrAssignWide(other);
 }
 
 inline KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     if (!Internals::Compact(l, r)) return Internals::AndWide(l, r);
-    // No flag of either operand reaches the result, not even when it holds X bits: deliberate, unlike &=.
-    return Internals::Result(Internals::Wider(l, r).bitwidth(),
-                             kval::detail::FourStateAnd()(Internals::Low(l), Internals::Low(r)), 0);
+    return Internals::Combined(l, r, kval::detail::FourStateAnd());
 }
 
 inline KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     if (!Internals::Compact(l, r)) return Internals::OrWide(l, r);
-    return Internals::Result(Internals::Wider(l, r).bitwidth(),
-                             kval::detail::FourStateOr()(Internals::Low(l), Internals::Low(r)), 0);
+    return Internals::Combined(l, r, kval::detail::FourStateOr());
 }
 
 inline KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     if (!Internals::Compact(l, r)) return Internals::XorWide(l, r);
     const KVAL_UINTEGER& wider = Internals::Wider(l, r);
-    const unsigned four_state = Internals::FourState(wider);
-    if (l.is_x() || r.is_x()) return Internals::AllX(wider.bitwidth(), wider.uint(), four_state);
+    const unsigned flags = Internals::Flags(wider);
+    if (l.is_x() || r.is_x()) return Internals::AllXResult(wider.bitwidth(), wider.uint(), flags);
     // X marks without flag X cancel like value bits: deliberate.
-    return Internals::Result(wider.bitwidth(), {l.uint() ^ r.uint(), Internals::Low(l).mask ^ Internals::Low(r).mask},
-                             four_state);
+    return Internals::CompactResult(wider.bitwidth(),
+                                    {l.uint() ^ r.uint(), Internals::LowMask(l) ^ Internals::LowMask(r)}, flags);
 }
 
 inline KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
     using kval::detail::Internals;
     if (!v.IsCompact()) return Internals::NotWide(v);
-    return Internals::Trimmed(v.bitwidth(), {~v.uint(), Internals::Low(v).mask}, Internals::FourState(v));
+    return Internals::TrimmedResult(v.bitwidth(), {~v.uint(), Internals::LowMask(v)}, Internals::Flags(v));
 }
 
 // ---- addition and subtraction ----
@@ -478,14 +445,14 @@ inline KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     // Grown by one bit when the sum reaches the bit above the width; bit 32 too, for operands with bits above their width.
     const unsigned grown = width + static_cast<unsigned>((sum >> width | sum >> 32) & 1U);
     if (!KVAL_UINTEGER::IsCompact(static_cast<int>(grown))) return Internals::AddWide(l, r);
-    return Internals::Trimmed(grown, {static_cast<std::uint32_t>(sum), Internals::Low(wider).mask},
-                              Internals::FourState(wider));
+    return Internals::TrimmedResult(grown, {static_cast<std::uint32_t>(sum), Internals::LowMask(wider)},
+                                    Internals::Flags(wider));
 }
 
 inline KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     if (!l.IsCompact()) return Internals::SubWide(l, r);
-    return Internals::Trimmed(l.bitwidth(), {l.uint() - r.uint(), Internals::Low(l).mask}, Internals::FourState(l));
+    return Internals::TrimmedResult(l.bitwidth(), {l.uint() - r.uint(), Internals::LowMask(l)}, Internals::Flags(l));
 }
 
 // ---- shifts ----
@@ -514,10 +481,10 @@ inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
     const unsigned width = count < v.bitwidth() ? v.bitwidth() - count : 1;
     if (!KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return Internals::ShrWide(v, count, width);
     if (v.IsCompact()) {
-        return Internals::Trimmed(width, {v.uint() >> (count & 31U), Internals::Low(v).mask >> (count & 31U)},
-                                  Internals::FourState(v));
+        return Internals::TrimmedResult(width, {v.uint() >> (count & 31U), Internals::LowMask(v) >> (count & 31U)},
+                                        Internals::Flags(v));
     }
-    if (count >= v.bitwidth()) return Internals::Result(1, {0, 0}, Internals::FourState(v));
+    if (count >= v.bitwidth()) return Internals::CompactResult(1, {0, 0}, Internals::Flags(v));
     // The result straddles at most two words; joined in 64 bits, a shift by 0 needs no case of its own.
     const Internals::View words = Internals::Words(v);
     const auto straddle = [count, &words](const std::uint32_t* plane) {
@@ -525,7 +492,7 @@ inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
         const std::uint64_t high = low + 1 < words.size ? plane[low + 1] : 0;
         return static_cast<std::uint32_t>((high << 32 | plane[low]) >> (count & 31U));
     };
-    return Internals::Trimmed(width, {straddle(words.value), straddle(words.mask)}, Internals::FourState(v));
+    return Internals::TrimmedResult(width, {straddle(words.value), straddle(words.mask)}, Internals::Flags(v));
 }
 
 // ---- multiplication, division, remainder ----
@@ -535,22 +502,22 @@ inline KVAL_UINTEGER operator*(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     const unsigned width = l.bitwidth() + r.bitwidth();
     if (!Internals::Compact(l, r) || !KVAL_UINTEGER::IsCompact(static_cast<int>(width)))
         return Internals::MulWide(l, r);
-    if (l.is_x() || r.is_x()) return Internals::AllX(width, 0, 0);
-    return Internals::Trimmed(width, {l.uint() * r.uint(), 0}, 0);
+    if (l.is_x() || r.is_x()) return Internals::AllXResult(width, 0, 0);
+    return Internals::TrimmedResult(width, {l.uint() * r.uint(), 0}, 0);
 }
 
 inline KVAL_UINTEGER operator/(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     if (!Internals::Compact(l, r)) Internals::ThrowDivideWidth();
-    if (r.is_zero()) return Internals::AllX(l.bitwidth(), 0, 0);
-    return Internals::Trimmed(l.bitwidth(), {l.uint() / r.uint(), 0}, 0);
+    if (r.is_zero()) return Internals::AllXResult(l.bitwidth(), 0, 0);
+    return Internals::TrimmedResult(l.bitwidth(), {l.uint() / r.uint(), 0}, 0);
 }
 
 inline KVAL_UINTEGER operator%(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     if (!Internals::Compact(l, r)) Internals::ThrowRemainderWidth();
-    if (r.is_zero()) return Internals::AllX(r.bitwidth(), 0, 0);
-    return Internals::Trimmed(r.bitwidth(), {l.uint() % r.uint(), 0}, 0);
+    if (r.is_zero()) return Internals::AllXResult(r.bitwidth(), 0, 0);
+    return Internals::TrimmedResult(r.bitwidth(), {l.uint() % r.uint(), 0}, 0);
 }
 
 // ---- comparison ----
@@ -587,11 +554,11 @@ inline bool KVAL_UINTEGER::operator==(const KVAL_UINTEGER& other) const noexcept
     using kval::detail::Internals;
     if (!Internals::Compact(*this, other)) return Internals::IdenticalWide(*this, other);
     return uvalue.word == other.uvalue.word && xmask.word == other.xmask.word &&
-           Internals::FourState(*this) == Internals::FourState(other);
+           Internals::Flags(*this) == Internals::Flags(other);
 }
 
 inline bool KVAL_UINTEGER::operator==(unsigned number) const noexcept {
-    if (kval::detail::Internals::FourState(*this) != 0) return false;
+    if (kval::detail::Internals::Flags(*this) != 0) return false;
     return IsCompact() ? uvalue.word == number : IsNumberWide(number);
 }
 
