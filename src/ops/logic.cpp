@@ -70,7 +70,7 @@ KVAL_UINTEGER Internals::XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
     const std::size_t both = all_x ? 0 : std::min(from.size, other.size);
     KVAL_UINTEGER result(wider.width, from.size, Flags(wider));
     Word* value = result.uvalue.words;
-    std::transform(from.value, from.value + both, other.value, value, std::bit_xor<Word>());
+    std::transform(from.value, from.value + both, other.value, value, std::bit_xor<>());
     std::copy(from.value + both, from.value + from.size, value + both);
     if (all_x) {
         result.force_x();
@@ -83,7 +83,7 @@ KVAL_UINTEGER Internals::XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
 KVAL_UINTEGER Internals::NotWide(const KVAL_UINTEGER& v) {
     const View from = Words(v);
     KVAL_UINTEGER result(v.width, from.size, Flags(v));
-    std::transform(from.value, from.value + from.size, result.uvalue.words, std::bit_not<Word>());
+    std::transform(from.value, from.value + from.size, result.uvalue.words, std::bit_not<>());
     std::copy_n(from.mask, from.size, result.xmask.words);
     result.EnforceWidth();
     return result;
