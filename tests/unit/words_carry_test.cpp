@@ -1,0 +1,167 @@
+// The sums and differences of word arrays against a reference that works bit by bit.
+#include "words/carry.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <random>
+#include <vector>
+
+namespace {
+
+using kval::words::Word;
+using Words = std::vector<Word>;
+
+constexpr std::size_t kMostWords = 9;
+
+// `size` words in runs of 1 to 64 equal bits, along which carries and borrows travel far.
+Words runs(std::mt19937& random, std::size_t size) {
+    Words words(size, 0);
+    bool ones = random() % 2 == 1;
+    std::size_t left = 1 + random() % 64;
+    for (std::size_t bit = 0; bit < 32 * size; ++bit) {
+        if (left == 0) {
+            ones = !ones;
+            left = 1 + random() % 64;
+        }
+        --left;
+        if (ones) words[bit / 32] |= Word{1} << bit % 32;
+    }
+    return words;
+}
+
+// The shapes that matter most, then runs.
+std::vector<Words> operands(std::size_t size) {
+    std::vector<Words> all = {Words(size, 0), Words(size, 0xFFFFFFFF), Words(size, 0x55555555)};
+    if (size > 0) {
+        Words lowest(size, 0), highest(size, 0), without_lowest(size, 0xFFFFFFFF);
+        lowest.front() = 1;
+        highest.back() = 0x80000000;
+        without_lowest.front() = 0xFFFFFFFE;
+        all.insert(all.end(), {lowest, highest, without_lowest});
+    }
+    std::mt19937 random(17);
+    for (int i = 0; i < 16; ++i) all.push_back(runs(random, size));
+    return all;
+}
+
+// The words between two guard words, which no kernel may write, nor take for a part of its operands.
+Words guarded(const Words& words) {
+    Words all = {0xDEADBEEF};
+    all.insert(all.end(), words.begin(), words.end());
+    all.push_back(0xFEEDFACE);
+    return all;
+}
+
+struct Reference {
+    Words words;
+    bool out;  // the carry or borrow out of the last word
+};
+
+bool bit_of(const Words& words, std::size_t bit) { return (words[bit / 32] >> bit % 32 & 1) != 0; }
+
+Reference sum(const Words& a, const Words& b, bool carry) {
+    Words words(a.size(), 0);
+    for (std::size_t bit = 0; bit < 32 * a.size(); ++bit) {
+        const int ones = int{bit_of(a, bit)} + int{bit_of(b, bit)} + int{carry};
+        if (ones % 2 == 1) words[bit / 32] |= Word{1} << bit % 32;
+        carry = ones >= 2;
+    }
+    return {words, carry};
+}
+
+Reference difference(const Words& a, const Words& b, bool borrow) {
+    Words words(a.size(), 0);
+    for (std::size_t bit = 0; bit < 32 * a.size(); ++bit) {
+        const int rest = int{bit_of(a, bit)} - int{bit_of(b, bit)} - int{borrow};
+        if (rest % 2 != 0) words[bit / 32] |= Word{1} << bit % 32;
+        borrow = rest < 0;
+    }
+    return {words, borrow};
+}
+
+// Runs a kernel of two operands into an array of its own, into either operand, and on one array as all three.
+template <typename Kernel>
+void check_two(Kernel kernel, Reference (*reference)(const Words&, const Words&, bool)) {
+    for (std::size_t size = 0; size <= kMostWords; ++size) {
+        const std::vector<Words> all = operands(size);
+        for (const Words& a : all) {
+            for (const Words& b : all) {
+                const Reference want = reference(a, b, false);
+                Words left = guarded(a), right = guarded(b), out = guarded(Words(size, 0xA5A5A5A5));
+                ASSERT_EQ(kernel(out.data() + 1, left.data() + 1, right.data() + 1, size), want.out) << size;
+                ASSERT_EQ(out, guarded(want.words));
+                ASSERT_EQ(left, guarded(a));
+                ASSERT_EQ(right, guarded(b));
+
+                ASSERT_EQ(kernel(left.data() + 1, left.data() + 1, right.data() + 1, size), want.out) << size;
+                ASSERT_EQ(left, guarded(want.words));
+
+                left = guarded(a);
+                ASSERT_EQ(kernel(right.data() + 1, left.data() + 1, right.data() + 1, size), want.out) << size;
+                ASSERT_EQ(right, guarded(want.words));
+            }
+            const Reference want = reference(a, a, false);
+            Words both = guarded(a);
+            Word* const words = both.data() + 1;
+            ASSERT_EQ(kernel(words, words, words, size), want.out) << size;
+            ASSERT_EQ(both, guarded(want.words));
+        }
+    }
+}
+
+// Runs a kernel of one operand and a carry or borrow into an array of its own and in place.
+template <typename Kernel>
+void check_one(Kernel kernel, Reference (*reference)(const Words&, const Words&, bool)) {
+    for (std::size_t size = 0; size <= kMostWords; ++size) {
+        for (const Words& a : operands(size)) {
+            for (const bool in : {false, true}) {
+                const Reference want = reference(a, Words(size, 0), in);
+                Words same = guarded(a), out = guarded(Words(size, 0xA5A5A5A5));
+                ASSERT_EQ(kernel(out.data() + 1, same.data() + 1, size, in), want.out) << size;
+                ASSERT_EQ(out, guarded(want.words));
+                ASSERT_EQ(same, guarded(a));
+
+                ASSERT_EQ(kernel(same.data() + 1, same.data() + 1, size, in), want.out) << size;
+                ASSERT_EQ(same, guarded(want.words));
+            }
+        }
+    }
+}
+
+TEST(WordsCarry, Add) { check_two(kval::words::add, sum); }
+
+TEST(WordsCarry, AddCarry) { check_one(kval::words::add_carry, sum); }
+
+TEST(WordsCarry, Subtract) { check_two(kval::words::subtract, difference); }
+
+TEST(WordsCarry, SubtractBorrow) { check_one(kval::words::subtract_borrow, difference); }
+
+TEST(WordsCarry, ACarryTravelsThroughEveryWord) {
+    for (std::size_t size = 1; size <= kMostWords; ++size) {
+        Words one(size, 0);
+        one.front() = 1;
+        Words words(size, 0xFFFFFFFF);
+        EXPECT_TRUE(kval::words::add(words.data(), words.data(), one.data(), size));
+        EXPECT_EQ(words, Words(size, 0));
+        EXPECT_TRUE(kval::words::subtract(words.data(), words.data(), one.data(), size));
+        EXPECT_EQ(words, Words(size, 0xFFFFFFFF));
+        EXPECT_TRUE(kval::words::add_carry(words.data(), words.data(), size, true));
+        EXPECT_EQ(words, Words(size, 0));
+        EXPECT_TRUE(kval::words::subtract_borrow(words.data(), words.data(), size, true));
+        EXPECT_EQ(words, Words(size, 0xFFFFFFFF));
+    }
+}
+
+TEST(WordsCarry, NoWordsPassTheCarryOn) {
+    Word word = 5;
+    EXPECT_FALSE(kval::words::add(&word, &word, &word, 0));
+    EXPECT_FALSE(kval::words::subtract(&word, &word, &word, 0));
+    for (const bool in : {false, true}) {
+        EXPECT_EQ(kval::words::add_carry(&word, &word, 0, in), in);
+        EXPECT_EQ(kval::words::subtract_borrow(&word, &word, 0, in), in);
+    }
+    EXPECT_EQ(word, 5u);
+}
+
+}  // namespace
