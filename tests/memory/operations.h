@@ -1,0 +1,76 @@
+// Every operation of the value with the number of blocks that it may take from the heap: the table of the memory tests.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "kval.h"
+#include "state.h"
+
+struct Operation;
+enum class Bits { Known, Unknown };
+
+/// What an operation works on, and what comes out of it.
+struct Operands {
+    /// Ready for the operation, with a text each unless its preparation drops it: hexadecimal on the left, binary on
+    /// the right. Unknown: with X bits, and weak.
+    Operands(const Operation& operation, unsigned left_width, unsigned right_width, Bits bits);
+    Operands(const Operands&) = delete;  // a copy has no text
+    Operands& operator=(const Operands&) = delete;
+
+    KVAL_UINTEGER left;
+    KVAL_UINTEGER right;
+    std::optional<KVAL_UINTEGER> result = std::nullopt;
+    unsigned answer = 0;  // of an operation that gives a number or bool
+};
+
+struct Operation {
+    std::string name;
+    std::size_t allocations;
+    std::function<void(Operands&)> run;
+    std::function<void(Operands&)> prepare = [](Operands&) {};  // what comes first and is not counted
+    std::size_t temporaries = 0;                                // allocations that may come on top
+};
+
+/// Operations that belong together, for operands of two given widths.
+struct Theme {
+    const char* name;
+    std::vector<Operation> (*operations)(unsigned left_width, unsigned right_width);
+};
+std::ostream& operator<<(std::ostream& out, const Theme& theme);
+
+std::vector<Theme> allocating_themes();
+std::vector<Theme> all_themes();
+
+/// What is left after an operation.
+struct Outcome {
+    State left;
+    State right;
+    std::optional<State> result;
+    unsigned answer;
+};
+Outcome observe(const Operands& operands);
+bool operator==(const Outcome& a, const Outcome& b);
+std::ostream& operator<<(std::ostream& out, const Outcome& outcome);
+
+/// Calls visit(operation, prepare, name) for every operation of the theme, every pair of the widths, and known and
+/// unknown bits; `prepare()` gives operands that are ready for the operation, `name` says what it is done on.
+template <typename Visit>
+void for_each_operation(const Theme& theme, const std::vector<unsigned>& widths, Visit visit) {
+    for (const unsigned left : widths) {
+        for (const unsigned right : widths) {
+            const std::string on = ", " + std::to_string(left) + " and " + std::to_string(right) + " bits";
+            for (const Operation& operation : theme.operations(left, right)) {
+                for (const Bits bits : {Bits::Known, Bits::Unknown}) {
+                    visit(
+                        operation, [&operation, left, right, bits] { return Operands(operation, left, right, bits); },
+                        operation.name + on + (bits == Bits::Known ? ", known" : ", unknown"));
+                }
+            }
+        }
+    }
+}
