@@ -18,43 +18,45 @@ struct Internals;
 }
 }  // namespace kval
 
-/// An unsigned integer of any bit width in which every bit is 0, 1 or X (unknown), and which as a whole may be marked Z (high
-/// impedance), WL (weak low) or WH (weak high).
+/// An unsigned integer of any bit width in which every bit is 0, 1 or X (unknown), and which as a whole may be marked Z
+/// (high impedance), WL (weak low) or WH (weak high).
 ///
-/// Storage. A width of 1 to 32 bits is *compact*: one value word and one x-mask word inside the object, and no construction,
-/// copy, assignment or operator with a compact result allocates. A width of 33 bits and up is *wide*: two owned arrays of get_size() 32-bit words, word 0
-/// least significant. A 1 in the x-mask makes the bit X; the value bit under it is kept and carries no meaning.
+/// Storage. A width of 1 to 32 bits is *compact*: one value word and one x-mask word inside the object, and no
+/// construction, copy, assignment or operator with a compact result allocates. A width of 33 bits and up is *wide*: two
+/// owned arrays of get_size() 32-bit words, word 0 least significant. A 1 in the x-mask makes the bit X; the value bit
+/// under it is kept and carries no meaning.
 ///
 /// Invariants, kept by every operation unless its line says otherwise:
-///   - the width is at least 1, but in a moved-from value (see the move constructor). Operators may be given one, safely, but
-///     what they give for it means nothing;
+///   - the width is at least 1, but in a moved-from value (see the move constructor). Operators may be given one,
+///     safely, but what they give for it means nothing;
 ///   - bits of the top word above the width are 0 in both planes;
 ///   - any change of value, x-mask, flags or width drops the cached text, and copies start without one;
 ///   - every value owns its arrays and its text alone.
 /// Flag X says that the value holds X bits, but loosely: the raw stores and some operators leave it as it was.
 ///
-/// Widths above 2^31 - 32 bits throw std::bad_alloc. Where memory runs out, std::bad_alloc passes through and every operand,
-/// target, flag and cached text is as it was.
+/// Widths above 2^31 - 32 bits throw std::bad_alloc. Where memory runs out, std::bad_alloc passes through and every
+/// operand, target, flag and cached text is as it was.
 ///
 /// Distinct values may be used by distinct threads at once; one value may not, not even to ask twice for its text.
 class KVAL_UINTEGER {
   public:
     // ---- construction, copying, assignment; a width of 0, or negative when read as signed, becomes 1 ----
 
-    /// `value` in `bit_width` bits (mind the order: value, then width), truncated or zero-extended; no X bits, no flags.
+    /// `value` in `bit_width` bits (mind the order: value, then width), truncated or zero-extended; no X bits or
+    /// flags.
     KVAL_UINTEGER(unsigned value, unsigned bit_width);
     /// The same width, bits, x-mask and flags; no text.
     KVAL_UINTEGER(const KVAL_UINTEGER& other);
-    /// Takes everything but the text. `other` is left moved-from: width 0, no bits, no flags, no text; it reads as 0, prints
-    /// as empty text, and takes the width of the next value assigned to it (32 bits for a number).
+    /// Takes everything but the text. `other` is left moved-from: width 0, no bits, no flags, no text; it reads as 0,
+    /// prints as empty text, and takes the width of the next value assigned to it (32 bits for a number).
     KVAL_UINTEGER(KVAL_UINTEGER&& other) noexcept;
-    /// A shifted copy, x-mask moved along, flags kept. Left: `other`'s width + `count` bits, so that nothing is lost. Right:
-    /// `other`'s width. Compact forms shift by `count` modulo 32. `count` is not negative.
+    /// A shifted copy, x-mask moved along, flags kept. Left: `other`'s width + `count` bits, so that nothing is lost.
+    /// Right: `other`'s width. Compact forms shift by `count` modulo 32. `count` is not negative.
     KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool left);
     ~KVAL_UINTEGER();
 
-    /// Copies bits, x-mask and flags into this value's own width, truncated or zero-extended; the width does not change, but for
-    /// that of a moved-from value. Self-assignment changes nothing, not even the text.
+    /// Copies bits, x-mask and flags into this value's own width, truncated or zero-extended; the width does not
+    /// change, but for that of a moved-from value. Self-assignment changes nothing, not even the text.
     KVAL_UINTEGER& operator=(const KVAL_UINTEGER& other);
     /// As copy assignment; may leave the target's old content in `other`. A moved-from target takes everything instead.
     KVAL_UINTEGER& operator=(KVAL_UINTEGER&& other) noexcept;
@@ -65,7 +67,8 @@ class KVAL_UINTEGER {
 
     /// The width in bits.
     unsigned bitwidth() const noexcept { return width; }
-    /// Resizes to `new_width` bits, zero-extended or truncated, x-mask likewise; flags stay. The width as it is: nothing changes.
+    /// Resizes to `new_width` bits, zero-extended or truncated, x-mask likewise; flags stay. The width as it is:
+    /// nothing changes.
     KVAL_UINTEGER& bitwidth(unsigned new_width);
     /// The number of 32-bit words of this width.
     int get_size() const noexcept { return get_size(static_cast<int>(width)); }
@@ -78,8 +81,8 @@ class KVAL_UINTEGER {
 
     // ---- reading; none of these looks at the flags but the four that name one ----
 
-    /// Value bit `pos`, X or not. Throws a const char* when `pos` is greater than the width; `pos` == width passes, and is 0
-    /// above the stored words.
+    /// Value bit `pos`, X or not. Throws a const char* when `pos` is greater than the width; `pos` == width passes, and
+    /// is 0 above the stored words.
     unsigned bit(unsigned pos) const;
     /// The low 32 value bits, X or not.
     unsigned uint() const noexcept { return IsCompact() ? uvalue.word : uvalue.words[0]; }
@@ -91,8 +94,8 @@ class KVAL_UINTEGER {
     unsigned get_uvalue_at(int index) const noexcept;
     /// X-mask word `index`, 0 outside the value.
     unsigned get_xmask_at(int index) const noexcept;
-    /// Whether bit `pos` is X; with `nibble` == 1, whether any bit of the four-bit group `pos` is, as far as it lies in the width.
-    /// False outside the stored words of a wide value; a compact one takes a single `pos` modulo 32.
+    /// Whether bit `pos` is X; with `nibble` == 1, whether any bit of the four-bit group `pos` is, as far as it lies in
+    /// the width. False outside the stored words of a wide value; a compact one takes a single `pos` modulo 32.
     bool is_x(int pos, int nibble) const noexcept;
     /// Flag X: the value holds X bits. The operators' all-X decisions look at this flag alone, never at the x-mask.
     bool is_x() const noexcept { return (flags & kX) != 0; }
@@ -105,13 +108,13 @@ class KVAL_UINTEGER {
 
     // ---- writing ----
 
-    /// Bit `pos` becomes `value`, known. `value` is not reduced to one bit: 3 sets two. Clears flag X once the x-mask word of
-    /// that bit holds no X, whatever the other words hold. Throws a const char* when `pos` is greater than the width;
-    /// `pos` == width and negative positions pass, and write nothing outside the stored words. May leave bits above the width,
-    /// which the next EnforceWidth() clears.
+    /// Bit `pos` becomes `value`, known. `value` is not reduced to one bit: 3 sets two. Clears flag X once the x-mask
+    /// word of that bit holds no X, whatever the other words hold. Throws a const char* when `pos` is greater than the
+    /// width; `pos` == width and negative positions pass, and write nothing outside the stored words. May leave bits
+    /// above the width, which the next EnforceWidth() clears.
     KVAL_UINTEGER& set_bit(int pos, unsigned value);
-    /// Raw store of value word `index` (of the only word, whatever `index`, in compact form): no trimming, flags and cached
-    /// text as they were. Ends with EnforceWidth() and DeleteString() by the caller.
+    /// Raw store of value word `index` (of the only word, whatever `index`, in compact form): no trimming, flags and
+    /// cached text as they were. Ends with EnforceWidth() and DeleteString() by the caller.
     KVAL_UINTEGER& set_uvalue_at(int index, unsigned word) noexcept;
     /// Raw store of x-mask word `index`; as set_uvalue_at.
     KVAL_UINTEGER& set_xmask_at(int index, unsigned word) noexcept;
@@ -126,36 +129,39 @@ class KVAL_UINTEGER {
     /// Sets flag WH and nothing else.
     KVAL_UINTEGER& force_wh() noexcept { return SetFlag(kWeakHigh); }
 
-    // ---- text; the value keeps one text at a time, valid until its next change or until the text of the other base is asked
-    //      for: one expression must not ask for both ----
+    // ---- text; the value keeps one at a time, valid until its next change, or until it is asked for the text of the
+    //      other base: one expression must not ask for both ----
 
-    /// (width + 3) / 4 upper-case digits with leading zeros, "X" for a digit with an X bit; "Z", "L" or "H" where that flag is
-    /// set and the digit has no X, written at the mirrored place. After a hexadecimal parse: the text that was parsed.
+    /// (width + 3) / 4 upper-case digits with leading zeros, "X" for a digit with an X bit; "Z", "L" or "H" where that
+    /// flag is set and the digit has no X, written at the mirrored place. After a hexadecimal parse: the text that was
+    /// parsed.
     KVAL_API const char* as_hex_string() const;
     /// One character for every bit, as as_hex_string.
     KVAL_API const char* as_bin_string() const;
-    /// Width, bits and cached text from '0', '1' and 'X' characters: "01X0" has one X bit and flag X. One 'X' makes the whole
-    /// value X first; then every 0 and 1 sets its bit as set_bit does, flag X included. Other characters leave their bit as it
-    /// was. Null counts as empty: width 1, old bit 0.
+    /// Width, bits and cached text from '0', '1' and 'X' characters: "01X0" has one X bit and flag X. One 'X' makes the
+    /// whole value X first; then every 0 and 1 sets its bit as set_bit does, flag X included. Other characters leave
+    /// their bit as it was. Null counts as empty: width 1, old bit 0.
     KVAL_API KVAL_UINTEGER& set_value_from_bin_string(const char* text);
-    /// Width (4 bits a digit), bits and cached text from hexadecimal digits, taken in chunks of eight from the right by the
-    /// rules of strtoul. Clears the x-mask, leaves the flags. Null counts as empty: width 1, bit 0 and its X mark as they were.
+    /// Width (4 bits a digit), bits and cached text from hexadecimal digits, taken in chunks of eight from the right by
+    /// the rules of strtoul. Clears the x-mask, leaves the flags. Null counts as empty: width 1, bit 0 and its X mark
+    /// as they were.
     KVAL_API KVAL_UINTEGER& set_value_from_hex_string(const char* text);
 
     // ---- hashing ----
 
-    /// A hash of the value words, reduced to the low `bits` bits (1 to 31; else 32 bits). X bits and flags are not hashed, and
-    /// the same number in more words hashes differently: not a companion of ==.
+    /// A hash of the value words, reduced to the low `bits` bits (1 to 31; else 32 bits). X bits and flags are not
+    /// hashed, and the same number in more words hashes differently: not a companion of ==.
     unsigned get_hash(unsigned bits) const noexcept;
 
     // ---- operators in place: the width stays, results wrap; see the tables after the class for the rest ----
 
-    /// Four-state AND; flags of both sides are united. Words beyond the shorter right operand stay as they are. `a &= a`
-    /// changes nothing.
+    /// Four-state AND; flags of both sides are united. Words beyond the shorter right operand stay as they are. Into
+    /// itself it changes nothing.
     KVAL_UINTEGER& operator&=(const KVAL_UINTEGER& other) noexcept;
     /// Four-state OR; as operator&=.
     KVAL_UINTEGER& operator|=(const KVAL_UINTEGER& other) noexcept;
-    /// Adds the value bits; X bits and flags stay. A carry travels one word beyond the right operand's last word, no further.
+    /// Adds the value bits; X bits and flags stay. A carry travels one word beyond the right operand's last word, no
+    /// further.
     KVAL_UINTEGER& operator+=(const KVAL_UINTEGER& other) noexcept;
     /// Adds a number, with a carry as far as it goes.
     KVAL_UINTEGER& operator+=(unsigned number) noexcept;
@@ -172,7 +178,8 @@ class KVAL_UINTEGER {
     /// Subtracts 1; X bits and flags stay.
     KVAL_UINTEGER& operator--() noexcept;
 
-    /// Four-state identity: value bits, x-masks and the four flags agree; a missing word counts as 0, the width not at all.
+    /// Four-state identity: value bits, x-masks and the four flags agree; a missing word counts as 0, the width not at
+    /// all.
     bool operator==(const KVAL_UINTEGER& other) const noexcept;
     bool operator!=(const KVAL_UINTEGER& other) const noexcept { return !(*this == other); }
     /// Whether the value bits read `number` and none of the flags X, Z, WL, WH is set.
@@ -258,10 +265,10 @@ class KVAL_UINTEGER {
 
 // ---- free operators; each returns a new value without text, and leaves its operands alone ----
 //
-// Bitwise: the wider operand's width. `&` and `|` follow the four-state rules bit by bit and give no flags, so that their result
-// may hold X bits without flag X; AND of two unknowns is a known 0. `^` is all X when either flag X is set, and has the wider
-// operand's flags (equal widths: the right one's). X marks without flag X do not spread in `^`: compact, the two x-masks are
-// XORed; wide, the wider operand's is kept.
+// Bitwise: the wider operand's width. `&` and `|` follow the four-state rules bit by bit and give no flags, so that
+// their result may hold X bits without flag X; AND of two unknowns is a known 0. `^` is all X when either flag X is
+// set, and has the wider operand's flags (equal widths: the right one's). X marks without flag X do not spread in `^`:
+// compact, the two x-masks are XORed; wide, the wider operand's is kept.
 
 KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
 KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
@@ -270,8 +277,8 @@ KVAL_UINTEGER operator~(const KVAL_UINTEGER& v);  ///< Inverts the value bits; w
 
 // Arithmetic on the value bits.
 
-/// The wider operand's width, one bit more when the sum carries out of it; x-mask and flags of the wider operand (equal widths:
-/// the right one's).
+/// The wider operand's width, one bit more when the sum carries out of it; x-mask and flags of the wider operand (equal
+/// widths: the right one's).
 KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
 /// The left operand's width, x-mask and flags; wraps.
 KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
@@ -316,8 +323,8 @@ void swap(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept;
 
 /// The 32-bit integer hash of Thomas Wang ("Integer Hash Function", the 32-bit mix).
 unsigned twang_uinthash(unsigned key) noexcept;
-/// The one-at-a-time hash of Bob Jenkins ("A Hash Function for Hash Table Lookup") over `len` bytes, on a signed 32-bit state:
-/// bytes are read as signed and right shifts keep the sign. A `len` of 0 or less gives 0.
+/// The one-at-a-time hash of Bob Jenkins ("A Hash Function for Hash Table Lookup") over `len` bytes, on a signed 32-bit
+/// state: bytes are read as signed and right shifts keep the sign. A `len` of 0 or less gives 0.
 KVAL_API int one_at_a_time(const char* key, int len) noexcept;
 /// The version of the library that is loaded, such as "0.1.0"; the header's is KVAL_VERSION_MAJOR, _MINOR and _PATCH.
 KVAL_API const char* kval_version() noexcept;

@@ -10,8 +10,8 @@ using kval::words::Word;
 namespace kval::detail {
 namespace {
 
-// Deliberate, and not to be fixed: behind the first word, the borrow of a difference with a compact right operand is still
-// decided against that operand's word, though it is no longer subtracted there.
+// Deliberate, and not to be fixed: behind the first word, the borrow of a difference with a compact right operand is
+// still decided against that operand's word, though it is no longer subtracted there.
 void subtract_compact(Word* out, const Word* l, std::size_t size, Word r) {
     bool borrow = false;
     for (std::size_t i = 0; i < size; ++i) {
@@ -73,7 +73,8 @@ KVAL_UINTEGER& KVAL_UINTEGER::AddAssignWide(const KVAL_UINTEGER& other) noexcept
     const std::size_t size = kval::word_count(width);
     const std::size_t both = std::min(size, more.size);
     const bool carry = kval::words::add(uvalue.words, uvalue.words, more.value, both);
-    // Deliberate: the carry changes one word beyond the right operand and is then dropped, while += with a number carries on.
+    // Deliberate: the carry changes one word beyond the right operand and is then dropped, while += with a number
+    // carries on.
     if (both < size) uvalue.words[both] += static_cast<Word>(carry);
     return Changed();
 }

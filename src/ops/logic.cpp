@@ -1,4 +1,4 @@
-// Bitwise logic on wide values: AND, OR, XOR and NOT. The four-state rules of AND and OR stand in kval/detail/four_state.h.
+// Bitwise logic on wide values: AND and OR by the four-state rules (kval/detail/four_state.h), XOR and NOT.
 #include <algorithm>
 #include <functional>
 
@@ -11,9 +11,9 @@ using kval::detail::FourStateOr;
 using kval::detail::Internals;
 using kval::words::Word;
 
-// Deliberate, for & and | alike, binary and in place: only the words that both operands have are combined. Beyond the shorter
-// operand the words of the longer one stand as they are, as if AND met all ones there; inside the shorter one's top word its
-// missing bits are 0.
+// Deliberate, for & and | alike, binary and in place: only the words that both operands have are combined. Beyond the
+// shorter operand the words of the longer one stand as they are, as if AND met all ones there; inside the shorter one's
+// top word its missing bits are 0.
 
 namespace {
 
@@ -61,7 +61,8 @@ KVAL_UINTEGER Internals::OrWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) 
     return result;
 }
 
-// The result starts as the wider operand, x-mask and flags included, and keeps them but for the value words that both have.
+// The result starts as the wider operand, x-mask and flags included, and keeps them but for the value words that both
+// have.
 KVAL_UINTEGER Internals::XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     const KVAL_UINTEGER& wider = Wider(l, r);
     const View from = Words(wider);

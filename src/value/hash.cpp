@@ -8,8 +8,9 @@ unsigned KVAL_UINTEGER::HashWide() const noexcept {
     return hash;
 }
 
-// Deliberate, and different from the unsigned variant for bytes of 0x80 and above and for states with the top bit set: the state
-// is signed, so right shifts keep the sign, and so is every byte. Sums and left shifts wrap, and are done on unsigned numbers.
+// Deliberate, and different from the unsigned variant for bytes of 0x80 and above and for states with the top bit set:
+// the state is signed, so right shifts keep the sign, and so is every byte. Sums and left shifts wrap, and are done on
+// unsigned numbers.
 int one_at_a_time(const char* key, int len) noexcept {
     const auto plus_shifted_left = [](int hash, unsigned count) {
         const auto bits = static_cast<unsigned>(hash);

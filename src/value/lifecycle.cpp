@@ -85,8 +85,8 @@ KVAL_UINTEGER& KVAL_UINTEGER::AdoptCopy(const KVAL_UINTEGER& other) {
     return *this;
 }
 
-// Resizes from or to a wide width. New arrays are taken only when the word count grows; a value that shrinks keeps its longer
-// ones.
+// Resizes from or to a wide width. New arrays are taken only when the word count grows; a value that shrinks keeps its
+// longer ones.
 void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
     const std::size_t size = kval::word_count(new_width);
     const Internals::View old = Internals::Words(*this);

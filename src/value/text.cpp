@@ -39,8 +39,8 @@ void write_digits(char* text, std::size_t digits, const KVAL_UINTEGER& v, const 
     }
 }
 
-// The letters of a value marked Z, weak low or weak high. Deliberate: a letter goes to the mirrored place of its digit, an X to
-// its own. They may fall on each other, and a place may be left as a zero byte.
+// The letters of a value marked Z, weak low or weak high. Deliberate: a letter goes to the mirrored place of its digit,
+// an X to its own. They may fall on each other, and a place may be left as a zero byte.
 void write_letters(char* text, std::size_t digits, const KVAL_UINTEGER& v, const Radix& radix) {
     const char weak = v.is_wl() ? 'L' : 'H';
     const char letter = v.is_z() ? 'Z' : weak;

@@ -5,8 +5,8 @@
 
 namespace kval::words {
 
-// Downwards, so that in place no word is overwritten before it is read. Output word i joins the input words i - skip and
-// i - skip - 1; where one of them is missing, it counts as 0.
+// Downwards, so that in place no word is overwritten before it is read. Output word i joins the input words i - skip
+// and i - skip - 1; where one of them is missing, it counts as 0.
 void shift_left(Word* out, std::size_t out_size, const Word* in, std::size_t in_size, std::size_t count) {
     const std::size_t skip = count / kWordBits;
     const unsigned bits = count % kWordBits;

@@ -1,7 +1,7 @@
 // The reference model: every operation of the unsigned value computed bit by bit, the slow and obvious way.
 //
-// The model shares no code, no type and no algorithm with the library. A test runs the same operation on both and compares
-// all that a caller can see: width, stored bits, x-mask, flags and cached text.
+// The model shares no code, no type and no algorithm with the library. A test runs the same operation on both and
+// compares all that a caller can see: width, stored bits, x-mask, flags and cached text.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ namespace model {
 enum class Text { None, Hexadecimal, Binary };
 
 // A value as the library stores it. `value` and `mask` have one entry per stored bit, 32 for every storage word, so the
-// positions between the width and the end of the top word ("stray bits") can be modelled too. A width of 1 to 32 has one
-// word, a wider one (width + 31) / 32 words.
+// positions between the width and the end of the top word ("stray bits") can be modelled too. A width of 1 to 32 has
+// one word, a wider one (width + 31) / 32 words.
 struct Value {
     unsigned width = 1;
     std::vector<bool> value;

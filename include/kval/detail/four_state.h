@@ -18,8 +18,8 @@ struct FourState {
 //    0     X   |  0   X
 //    1     1   |  1   1
 //    1     X   |  X   1
-//    X     X   |  0   X      AND of two unknowns is a known 0. Deliberate: only a known 1 on the other side lets an unknown
-//                            through. Do not "correct" it.
+//    X     X   |  0   X      AND of two unknowns is a known 0. Deliberate: only a known 1 on the other
+//                            side lets an unknown through. Do not "correct" it.
 // The value bit under an X of the result is 0.
 
 struct FourStateAnd {

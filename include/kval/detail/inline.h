@@ -1,4 +1,4 @@
-// The inline bodies of kval.h: everything with a compact result; what is wide or rare is one call to a ...Wide function.
+// The inline bodies of kval.h: everything with a compact result; what is wide is one call of a ...Wide function.
 #ifndef KVAL_DETAIL_INLINE_H
 #define KVAL_DETAIL_INLINE_H
 
@@ -53,8 +53,8 @@ struct Internals {
     static KVAL_UINTEGER AllXResult(unsigned width, Word value, unsigned flags) noexcept {
         return TrimmedResult(width, {value, 0xFFFFFFFFU}, flags | KVAL_UINTEGER::kX);
     }
-    /// The AND or OR of compact operands. No flag of either reaches the result, not even when it holds X bits: deliberate,
-    /// unlike the forms in place.
+    /// The AND or OR of compact operands. No flag of either reaches the result, not even when it holds X bits:
+    /// deliberate, unlike the forms in place.
     template <typename Rule>
     static KVAL_UINTEGER Combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
         return CompactResult(Wider(l, r).width, rule(LowWord(l), LowWord(r)), 0);
@@ -442,7 +442,8 @@ inline KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     const KVAL_UINTEGER& wider = Internals::Wider(l, r);
     const unsigned width = wider.bitwidth();
     const std::uint64_t sum = static_cast<std::uint64_t>(l.uint()) + r.uint();
-    // Grown by one bit when the sum reaches the bit above the width; bit 32 too, for operands with bits above their width.
+    // Grown by one bit when the sum reaches the bit above the width; bit 32 too, for operands with bits above their
+    // width.
     const unsigned grown = width + static_cast<unsigned>((sum >> width | sum >> 32) & 1U);
     if (!KVAL_UINTEGER::IsCompact(static_cast<int>(grown))) return Internals::AddWide(l, r);
     return Internals::TrimmedResult(grown, {static_cast<std::uint32_t>(sum), Internals::LowMask(wider)},
