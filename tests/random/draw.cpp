@@ -120,7 +120,10 @@ Content draw_similar(Draw& draw, unsigned width, const Content& other) {
     content.text = draw_cached(draw);
     trim(content.words, width);
     trim(content.mask, width);
-    if (draw.once_in(2)) flip(draw.once_in(4) ? content.mask : content.words, draw.below(width));
+    if (draw.once_in(2)) {
+        Words& plane = draw.once_in(4) ? content.mask : content.words;
+        flip(plane, draw.below(width));
+    }
     return content;
 }
 
@@ -151,9 +154,14 @@ unsigned draw_number(Draw& draw, Argument argument, const model::Value& value) {
 Text draw_kind(Draw& draw) { return draw.once_in(2) ? Text::Hexadecimal : Text::Binary; }
 
 std::string draw_text(Draw& draw, unsigned max_length) {
-    static const std::array<std::string, 4> alphabets = {"01", "01X", "0123456789ABCDEF", "01Xx9aAfFgGzZ +-\t\n_?\x80"};
+    static const std::string junk = "01Xx9aAfFgGzZ +-\t\n_?\x80";
+    static const std::array<std::string, 4> alphabets = {"01", "01X", "0123456789ABCDEF", junk};
+    static const std::array<std::string, 6> prefixes = {"0x", "0X", "-", "+", " ", " -0x"};
     const std::string& alphabet = draw.one_of(alphabets);
-    std::string text(draw.below(max_length + 1), '0');
-    for (char& c : text) c = draw.once_in(40) ? draw.one_of(alphabets.back()) : draw.one_of(alphabet);
+    std::string text = draw.once_in(8) ? draw.one_of(prefixes) : "";
+    const unsigned tame = draw.once_in(2) ? 40 : 4000;  // junk once in so many characters
+    for (unsigned left = draw.below(max_length + 1); left > 0; --left) {
+        text += draw.once_in(tame) ? draw.one_of(junk) : draw.one_of(alphabet);
+    }
     return text;
 }

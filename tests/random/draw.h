@@ -1,4 +1,5 @@
-// Random draws that are the same everywhere, and operands of the shapes that make carries, borrows and top words go wrong.
+// Random draws that are the same everywhere, and operands of the shapes that make carries, borrows and top words go
+// wrong.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +11,8 @@
 #include "support/operations.h"
 #include "support/twin.h"
 
-// The engine is the standard's, the same on every platform; the standard's distributions are not, hence the reductions here.
+// The engine is the standard's, the same on every platform; the standard's distributions are not, hence the reductions
+// here.
 class Draw {
   public:
     explicit Draw(std::uint64_t seed) : engine_(seed) {}
@@ -42,5 +44,6 @@ unsigned draw_number(Draw& draw, twin::Argument argument, const model::Value& va
 
 twin::Text draw_kind(Draw& draw);  // hexadecimal or binary
 
-// Digits of either kind, mixed with what the parsers skip or stop at: 'X', blanks, signs, prefixes, lower case, other letters.
+// Digits of either kind, mixed with what the parsers skip or stop at: 'X', blanks, signs, prefixes, lower case, other
+// letters. A prefix may come on top of the length.
 std::string draw_text(Draw& draw, unsigned max_length);

@@ -17,8 +17,8 @@ constexpr unsigned kDefaultPairs = 10'000;
 constexpr unsigned kDefaultPairs = 100'000;
 #endif
 
-// A number from the environment, or `otherwise` where the variable is not set. Anything else in it ends the program: a run
-// that was meant to be a replay must not quietly be another one.
+// A number from the environment, or `otherwise` where the variable is not set. Anything else in it ends the program: a
+// run that was meant to be a replay must not quietly be another one.
 std::uint64_t number_from(const char* variable, std::uint64_t otherwise) {
     const char* text = std::getenv(variable);
     if (text == nullptr) return otherwise;
@@ -46,7 +46,7 @@ class Announcement : public testing::Environment {
     void SetUp() override { std::cout << "random: " << settings() << std::endl; }
 };
 
-[[maybe_unused]] const testing::Environment* const announcement =
+[[maybe_unused]] const testing::Environment* const kAnnouncement =
     testing::AddGlobalTestEnvironment(new Announcement);  // owned by the test framework
 
 }  // namespace

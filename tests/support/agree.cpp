@@ -8,7 +8,8 @@ namespace twin {
 
 namespace {
 
-// Runs the model, then the library, which compares: what the model throws the library must throw too, with the same words.
+// Runs the model, then the library, which compares: what the model throws the library must throw too, with the same
+// words.
 template <typename Model, typename Library>
 testing::AssertionResult both(Model run_model, Library run_and_compare) {
     std::string required;

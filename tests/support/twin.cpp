@@ -16,8 +16,9 @@ unsigned word_of(const std::vector<unsigned>& words, int index) {
     return position < words.size() ? words[position] : 0;
 }
 
-// An x-mask word under which no value prints the text that it prints under `low_word`: all X, unless the lowest digit is X.
-// With the lowest digit known, fewer than all digits are X; with it unknown, not every place gets a digit or a letter.
+// An x-mask word under which no value prints the text that it prints under `low_word`: all X, unless the lowest digit
+// is X. With the lowest digit known, fewer than all digits are X; with it unknown, not every place gets a digit or a
+// letter.
 unsigned odd_mask(unsigned low_word, unsigned width, Text kind) {
     const unsigned digit = kind == Text::Binary || width == 1 ? 1 : width < 4 ? (1u << width) - 1 : 15;
     return (low_word & digit) != 0 ? 0 : ~0u;
@@ -121,9 +122,11 @@ std::string quote(const std::string& text) {
     return quoted + '"';
 }
 
-// A text with zero bytes inside is compared as bytes, up to the end that it must have; any other ends where it ends.
+// A text with zero bytes inside is compared as bytes and has to end where it must; any other ends at its zero byte.
 std::string bytes_of(const char* text, const std::string& required) {
-    return has(required, '\0') ? std::string(text, required.size() + 1) : std::string(text) + '\0';
+    if (!has(required, '\0')) return text;
+    const std::size_t size = required.size();
+    return std::string(text, text[size] == '\0' ? size : size + 1);
 }
 
 }  // namespace
@@ -161,7 +164,7 @@ void parse(Twin& target, const std::string& text, Text kind) {
 std::string describe(const KVAL_UINTEGER& value) { return spell(content_of(value)); }
 
 std::string describe(const model::Value& value) {
-    const std::string content = spell(content_of(value));
+    std::string content = spell(content_of(value));
     if (value.kind == Text::None) return content;
     return content + (value.kind == Text::Binary ? " with binary text " : " with hexadecimal text ") +
            quote(value.text);
@@ -186,7 +189,7 @@ testing::AssertionResult same(const KVAL_UINTEGER& value, model::Value& required
     const Text kind = cached ? required.kind : ask;
     const std::string required_text = request(required, kind);
     const std::string text = bytes_of(request(value, kind), required_text);
-    if (text == required_text + '\0') return content;
+    if (text == required_text) return content;
     return testing::AssertionFailure() << "  " << describe(value) << "\n  answers  " << quote(text) << "\n  required "
                                        << quote(required_text) << (cached ? ", as cached" : ", made anew");
 }

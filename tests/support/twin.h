@@ -13,8 +13,8 @@ namespace twin {
 
 using model::Text;
 
-// What a value holds. Every content can be had: missing words are 0, both planes may have stray bits above the width, and
-// flag X may disagree with the x-mask.
+// What a value holds. Every content can be had: missing words are 0, both planes may have stray bits above the width,
+// and flag X may disagree with the x-mask.
 struct Content {
     unsigned width = 1;
     std::vector<unsigned> words;
@@ -23,11 +23,13 @@ struct Content {
     Text text = Text::None;  // the kind of text to be cached
 };
 
-// Both values answer alike to everything until an operation goes wrong. A text that is asked for with the content is not the
-// one that the content would print as, so that a text that was wrongly kept shows, and so does one that was wrongly dropped.
+// Both values answer alike to everything until an operation goes wrong. A text that is asked for with the content is
+// not the one that the content would print as, so that a text that was wrongly kept shows, and so does one that was
+// wrongly dropped.
 struct Twin {
     explicit Twin(const Content& content);
-    // Unlike the copy of a value, that of a twin has a cached text too. It is cached anew, so the original must be as built.
+    // Unlike the copy of a value, that of a twin has a cached text too. It is cached anew, so the original must be as
+    // built.
     Twin(const Twin& original);
     Twin& operator=(const Twin&) = delete;
 
@@ -49,8 +51,9 @@ std::string describe(const model::Value& value);
 testing::AssertionResult same_content(const KVAL_UINTEGER& value, const model::Value& required);
 testing::AssertionResult same_content(const Twin& twin);
 
-// Whether the text agrees as well. Asking caches, and drops a text of the other kind: the kind that the model has cached is
-// the one to ask for, and `ask` is for a model without text. To see that no text was kept, ask for each kind in turn.
+// Whether the text agrees as well. Asking caches, and drops a text of the other kind: the kind that the model has
+// cached is the one to ask for, and `ask` is for a model without text. To see that no text was kept, ask for each kind
+// in turn.
 testing::AssertionResult same(const KVAL_UINTEGER& value, model::Value& required, Text ask);
 testing::AssertionResult same(Twin& twin, Text ask);
 

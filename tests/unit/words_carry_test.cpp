@@ -7,28 +7,11 @@
 #include <random>
 #include <vector>
 
+#include "words_support.h"
+
 namespace {
 
-using kval::words::Word;
-using Words = std::vector<Word>;
-
-constexpr std::size_t kMostWords = 9;
-
-// `size` words in runs of 1 to 64 equal bits, along which carries and borrows travel far.
-Words runs(std::mt19937& random, std::size_t size) {
-    Words words(size, 0);
-    bool ones = random() % 2 == 1;
-    std::size_t left = 1 + random() % 64;
-    for (std::size_t bit = 0; bit < 32 * size; ++bit) {
-        if (left == 0) {
-            ones = !ones;
-            left = 1 + random() % 64;
-        }
-        --left;
-        if (ones) words[bit / 32] |= Word{1} << bit % 32;
-    }
-    return words;
-}
+using namespace words_support;
 
 // The shapes that matter most, then runs.
 std::vector<Words> operands(std::size_t size) {
@@ -42,14 +25,6 @@ std::vector<Words> operands(std::size_t size) {
     }
     std::mt19937 random(17);
     for (int i = 0; i < 16; ++i) all.push_back(runs(random, size));
-    return all;
-}
-
-// The words between two guard words, which no kernel may write, nor take for a part of its operands.
-Words guarded(const Words& words) {
-    Words all = {0xDEADBEEF};
-    all.insert(all.end(), words.begin(), words.end());
-    all.push_back(0xFEEDFACE);
     return all;
 }
 
@@ -161,7 +136,7 @@ TEST(WordsCarry, NoWordsPassTheCarryOn) {
         EXPECT_EQ(kval::words::add_carry(&word, &word, 0, in), in);
         EXPECT_EQ(kval::words::subtract_borrow(&word, &word, 0, in), in);
     }
-    EXPECT_EQ(word, 5u);
+    EXPECT_EQ(word, 5U);
 }
 
 }  // namespace

@@ -8,28 +8,11 @@
 #include <random>
 #include <vector>
 
+#include "words_support.h"
+
 namespace {
 
-using kval::words::Word;
-using Words = std::vector<Word>;
-
-constexpr std::size_t kMostWords = 9;
-
-// `size` words in runs of 1 to 64 equal bits.
-Words runs(std::mt19937& random, std::size_t size) {
-    Words words(size, 0);
-    bool ones = random() % 2 == 1;
-    std::size_t left = 1 + random() % 64;
-    for (std::size_t bit = 0; bit < 32 * size; ++bit) {
-        if (left == 0) {
-            ones = !ones;
-            left = 1 + random() % 64;
-        }
-        --left;
-        if (ones) words[bit / 32] |= Word{1} << bit % 32;
-    }
-    return words;
-}
+using namespace words_support;
 
 // Less than 0, 0 or more than 0, decided by the highest bit that differs.
 int order(const Words& a, const Words& b) {
@@ -40,14 +23,6 @@ int order(const Words& a, const Words& b) {
         if (bit_of(a, bit) != bit_of(b, bit)) return bit_of(a, bit) - bit_of(b, bit);
     }
     return 0;
-}
-
-// The words between two guard words, which no kernel may take for a part of its operands.
-Words guarded(const Words& words) {
-    Words all = {0xDEADBEEF};
-    all.insert(all.end(), words.begin(), words.end());
-    all.push_back(0xFEEDFACE);
-    return all;
 }
 
 int sign(int number) { return number < 0 ? -1 : number > 0 ? 1 : 0; }

@@ -69,8 +69,7 @@ TEST(WordsDigits, WriteBinary) {
 TEST(WordsDigits, WrittenByHand) {
     EXPECT_EQ(written(kval::words::write_hexadecimal, 0x89ABCDEF, 0, 8), "#|89ABCDEF#|");
     EXPECT_EQ(written(kval::words::write_hexadecimal, 0x01234567, 0x10008001, 8), "#|X123X56X#|");
-    EXPECT_EQ(written(kval::words::write_binary, 0xF00F5000, 0x80000003, 32),
-              "#|X11100000000111101010000000000XX#|");
+    EXPECT_EQ(written(kval::words::write_binary, 0xF00F5000, 0x80000003, 32), "#|X11100000000111101010000000000XX#|");
 }
 
 TEST(WordsDigits, ReadHexadecimalOfEveryLengthAndBothCases) {

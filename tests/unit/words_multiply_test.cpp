@@ -7,28 +7,11 @@
 #include <random>
 #include <vector>
 
+#include "words_support.h"
+
 namespace {
 
-using kval::words::Word;
-using Words = std::vector<Word>;
-
-constexpr std::size_t kMostWords = 9;
-
-// `size` words in runs of 1 to 64 equal bits, on which the partial products carry far.
-Words runs(std::mt19937& random, std::size_t size) {
-    Words words(size, 0);
-    bool ones = random() % 2 == 1;
-    std::size_t left = 1 + random() % 64;
-    for (std::size_t bit = 0; bit < 32 * size; ++bit) {
-        if (left == 0) {
-            ones = !ones;
-            left = 1 + random() % 64;
-        }
-        --left;
-        if (ones) words[bit / 32] |= Word{1} << bit % 32;
-    }
-    return words;
-}
+using namespace words_support;
 
 std::vector<Words> operands(std::mt19937& random, std::size_t size) {
     std::vector<Words> all = {Words(size, 0), Words(size, 0xFFFFFFFF), runs(random, size), runs(random, size)};
@@ -37,14 +20,6 @@ std::vector<Words> operands(std::mt19937& random, std::size_t size) {
         highest.back() = 0x80000000;
         all.push_back(highest);
     }
-    return all;
-}
-
-// The words between two guard words, which no kernel may write, nor take for a part of its operands.
-Words guarded(const Words& words) {
-    Words all = {0xDEADBEEF};
-    all.insert(all.end(), words.begin(), words.end());
-    all.push_back(0xFEEDFACE);
     return all;
 }
 
@@ -102,8 +77,7 @@ TEST(WordsMultiply, Square) {
     }
 }
 
-// With all bits set in m and n words the product is 2^(32(m+n)) - 2^(32m) - 2^(32n) + 1, every partial product its
-// largest and every carry present.
+// The square of 2^n - 1 is 2^2n - 2^(n+1) + 1: every partial product is its largest, and every carry is there.
 TEST(WordsMultiply, AllOnes) {
     for (std::size_t size = 1; size <= 64; ++size) {
         const Words ones(size, 0xFFFFFFFF);

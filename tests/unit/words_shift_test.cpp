@@ -9,41 +9,16 @@
 #include <random>
 #include <vector>
 
+#include "words_support.h"
+
 namespace {
 
-using kval::words::Word;
-using Words = std::vector<Word>;
-
-constexpr std::size_t kMostWords = 9;
-
-// `size` words in runs of 1 to 64 equal bits, so that a bit moved to the wrong place shows.
-Words runs(std::mt19937& random, std::size_t size) {
-    Words words(size, 0);
-    bool ones = random() % 2 == 1;
-    std::size_t left = 1 + random() % 64;
-    for (std::size_t bit = 0; bit < 32 * size; ++bit) {
-        if (left == 0) {
-            ones = !ones;
-            left = 1 + random() % 64;
-        }
-        --left;
-        if (ones) words[bit / 32] |= Word{1} << bit % 32;
-    }
-    return words;
-}
-
-// The words between two guard words, which no kernel may write, nor take for a part of its operands.
-Words guarded(const Words& words) {
-    Words all = {0xDEADBEEF};
-    all.insert(all.end(), words.begin(), words.end());
-    all.push_back(0xFEEDFACE);
-    return all;
-}
+using namespace words_support;
 
 // Every word boundary of the largest array with its neighbours, some in between, and counts far beyond every array.
 std::vector<std::size_t> counts() {
-    std::vector<std::size_t> all = {0, 1, 2, 7, 16, 30, 45, 77, 150, 211, 1000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF,
-                                    SIZE_MAX};
+    std::vector<std::size_t> all = {0,   1,   2,    7,          16,         30,         45,      77,
+                                    150, 211, 1000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, SIZE_MAX};
     for (std::size_t boundary = 32; boundary <= 32 * (kMostWords + 1); boundary += 32) {
         all.insert(all.end(), {boundary - 1, boundary, boundary + 1});
     }
