@@ -79,7 +79,8 @@ KVAL_UINTEGER one_bit(unsigned width, unsigned pos, char state, bool under) {
     return v;
 }
 
-// A row at the first and last position of every form, with either value bit under every X; none is left under the result.
+// A row at the first and last position of every form, with either value bit under every X; none is left under the
+// result.
 void check_truth(const TruthRow& row, KVAL_UINTEGER (*free)(const KVAL_UINTEGER&, const KVAL_UINTEGER&),
                  KVAL_UINTEGER& (*in_place)(KVAL_UINTEGER&, const KVAL_UINTEGER&)) {
     const struct {
