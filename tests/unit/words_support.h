@@ -14,8 +14,8 @@ using Words = std::vector<Word>;
 
 constexpr std::size_t kMostWords = 9;
 
-// `size` words in runs of 1 to 64 equal bits: carries and borrows travel far along them, partial products carry far, and
-// a bit that was moved to the wrong place shows.
+// `size` words in runs of 1 to 64 equal bits: carries and borrows travel far along them, partial products carry far,
+// and a bit that was moved to the wrong place shows.
 inline Words runs(std::mt19937& random, std::size_t size) {
     Words words(size, 0);
     bool ones = random() % 2 == 1;
