@@ -1,4 +1,5 @@
-// kval.h: four-state integer values of any bit width, with their operators, text forms and hashes.
+// kval.h: four-state integer values of any bit width, unsigned and signed, with operators, text, hashes and random
+// numbers.
 #ifndef KVAL_H
 #define KVAL_H
 
@@ -15,7 +16,8 @@
 namespace kval {
 namespace detail {
 struct Internals;
-}
+struct SignedInternals;
+}  // namespace detail
 }  // namespace kval
 
 /// An unsigned integer of any bit width in which every bit is 0, 1 or X (unknown), and which as a whole may be marked Z
@@ -147,6 +149,14 @@ class KVAL_UINTEGER {
     /// as they were.
     KVAL_API KVAL_UINTEGER& set_value_from_hex_string(const char* text);
 
+    // ---- random bits ----
+
+    /// Every bit known and random, from one kval_random() a word, word 0 first; flags cleared.
+    KVAL_API KVAL_UINTEGER& randomize() noexcept;
+    /// Inverts bits 0 to `count` - 1, each once, in an order drawn from rand(). X-mask, flags and, deliberately, the
+    /// cached text stay. A `count` below 0 or above the width changes and draws nothing.
+    KVAL_API KVAL_UINTEGER& randomize(int count);
+
     // ---- hashing ----
 
     /// A hash of the value words, reduced to the low `bits` bits (1 to 31; else 32 bits). X bits and flags are not
@@ -200,7 +210,9 @@ class KVAL_UINTEGER {
     void DeleteData() noexcept;
 
   private:
+    friend class KVAL_SINTEGER;
     friend struct kval::detail::Internals;
+    friend struct kval::detail::SignedInternals;
 
     // One plane of bits: the word itself in compact form, an owned array in wide form.
     union Plane {
@@ -224,6 +236,7 @@ class KVAL_UINTEGER {
     KVAL_UINTEGER& SetFlag(Flag flag) noexcept;
     KVAL_UINTEGER& Changed() noexcept;
     void UniteFlags(const KVAL_UINTEGER& other) noexcept;
+    void CopyFlags(const KVAL_UINTEGER& other) noexcept;
     void TakeFrom(KVAL_UINTEGER& other) noexcept;
     bool Wrapped(const KVAL_UINTEGER& other, unsigned count) const noexcept;
     template <typename Rule>
@@ -261,6 +274,91 @@ class KVAL_UINTEGER {
     mutable char* text_cache;    // the last text made or parsed, or null
     mutable std::uint8_t flags;  // kX to kWeakHigh; kBinaryText says which kind of text is cached, while one is
     std::uint32_t capacity;      // wide: the length of both arrays in words, at least get_size()
+};
+
+/// The signed reading of the same storage: two's complement, the sign at bit width - 1. Adds no field.
+///
+/// The sign is the value bit alone, X or not. Unlike the base, a signed value may hold bits above its width in the top
+/// word: a wide one made from a negative number, one assigned from a wider unsigned value, and a compact one shifted
+/// right by 32 or more. Every operator reads them as they are.
+///
+/// What is not here is the base's and answers in its types: `!=`, `<<`, `<<=`, `&`, `|`, `^`, `~`, `+=`, `-=`, `++`,
+/// `--`. So `==` and `!=` are not complements: 4-bit 1111 and 8-bit 11111111 are `==` (both -1) and `!=` (15 against
+/// 255).
+class KVAL_SINTEGER : public KVAL_UINTEGER {
+  public:
+    /// `value` in `bit_width` bits (value, then width), truncated or sign-extended. Wide and negative: ones up to the
+    /// top word's end.
+    KVAL_SINTEGER(int value, unsigned bit_width);
+    /// The same width, bits, x-mask and flags; a set top bit makes it negative.
+    KVAL_SINTEGER(const KVAL_UINTEGER& other) : KVAL_UINTEGER(other) {}
+    KVAL_SINTEGER(KVAL_UINTEGER&& other) noexcept : KVAL_UINTEGER(static_cast<KVAL_UINTEGER&&>(other)) {}
+    KVAL_SINTEGER(const KVAL_SINTEGER& other) = default;
+    KVAL_SINTEGER(KVAL_SINTEGER&& other) noexcept : KVAL_UINTEGER(static_cast<KVAL_UINTEGER&&>(other)) {}
+    ~KVAL_SINTEGER() = default;
+
+    /// Copies bits and x-mask into this value's own width, zero-extended or truncated (not trimmed in the top word),
+    /// and the four flags.
+    KVAL_SINTEGER& operator=(const KVAL_UINTEGER& other);
+    /// Copies bits and x-mask into this value's own width, sign-extended or truncated, and the four flags. A source
+    /// that is not negative never gives a negative target: its sign bit is cleared. Wide: the x-mask word that gets the
+    /// sign is cleared.
+    KVAL_SINTEGER& operator=(const KVAL_SINTEGER& other);
+    /// As copy assignment; a moved-from target takes everything instead.
+    KVAL_SINTEGER& operator=(KVAL_UINTEGER&& other) noexcept;
+    KVAL_SINTEGER& operator=(KVAL_SINTEGER&& other) noexcept;
+
+    unsigned bitwidth() const noexcept { return KVAL_UINTEGER::bitwidth(); }
+    /// Resizes to `new_width` bits, sign-extended or truncated; the x-mask is zero-extended, flags stay.
+    KVAL_SINTEGER& bitwidth(unsigned new_width);
+
+    /// Negates within the width; x-mask and flags stay. The most negative number stays what it is.
+    KVAL_SINTEGER& complement_me() noexcept;
+    /// A negated copy.
+    KVAL_SINTEGER twos_complement() const;
+
+    // ---- 32-bit readings of the low word, exact up to 32 bits ----
+
+    /// The number. Wide and negative: the low word with ones from bit (width - 1) % 32 up, or as it is where that is
+    /// bit 0.
+    int convert_to_signed_representation() const noexcept;
+    /// The same.
+    int signed_value() const noexcept { return convert_to_signed_representation(); }
+    /// Value word `index` (compact: the only word), with ones above the width in the top word, whatever the sign.
+    unsigned SignExtendedChunk(int index) const noexcept;
+    /// Whether signed_value() is 0 or more.
+    bool positive() const noexcept { return signed_value() >= 0; }
+    /// Whether signed_value() is less than 0.
+    bool negative() const noexcept { return !positive(); }
+    /// The magnitude of signed_value(); of the low word where positive().
+    unsigned absolute_value() const noexcept {
+        return positive() ? uint() : 0U - static_cast<unsigned>(signed_value());
+    }
+    /// 2^((width - 1) % 32): up to 32 bits the magnitude of the most negative number.
+    unsigned maximum_negative() const noexcept;
+    /// Up to 32 bits the largest number; 0xFFFFFFFF for 1 bit (deliberate) and for wide values.
+    unsigned maximum_positive() const noexcept;
+
+    /// Arithmetic shift right, the width stays. A negative value gets its sign filled in from above: exactly where it
+    /// is compact and not of 32 bits, else with more ones than were shifted out. By the width and more: all ones. X
+    /// bits shift unfilled.
+    KVAL_SINTEGER& operator>>=(unsigned count) noexcept;
+
+  private:
+    friend struct kval::detail::SignedInternals;
+
+    // As the base's: a compact result as it stands, and a wide one whose words the caller writes next.
+    KVAL_SINTEGER(unsigned bits, std::uint32_t value, std::uint32_t mask, unsigned four_state)
+    noexcept : KVAL_UINTEGER(bits, value, mask, four_state) {}
+    KVAL_SINTEGER(unsigned bits, std::size_t words, unsigned four_state) : KVAL_UINTEGER(bits, words, four_state) {}
+
+    KVAL_API void FillOnesWide() noexcept;
+    KVAL_API KVAL_SINTEGER& AssignUnsignedWide(const KVAL_UINTEGER& other) noexcept;
+    KVAL_API KVAL_SINTEGER& AssignSignedWide(const KVAL_SINTEGER& other) noexcept;
+    KVAL_API KVAL_SINTEGER& ExchangeWide(KVAL_SINTEGER& other) noexcept;
+    KVAL_API void ResizeNegativeWide(unsigned new_width);
+    KVAL_API KVAL_SINTEGER& ComplementWide() noexcept;
+    KVAL_API KVAL_SINTEGER& ShrAssignSignedWide(unsigned count) noexcept;
 };
 
 // ---- free operators; each returns a new value without text, and leaves its operands alone ----
@@ -319,6 +417,106 @@ bool operator!=(unsigned number, const KVAL_UINTEGER& v) noexcept;
 /// Exchanges everything: width, bits, x-mask, flags and cached text.
 void swap(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept;
 
+// ---- free operators with a signed operand ----
+//
+// Where widths differ, the narrower operand is first extended to the common width, the larger of both: a signed one by
+// its sign, an unsigned one by zeros. Only value bits decide; x-mask and flags of the result are those of the operand
+// that is named.
+
+/// The common width, one bit more when the extended bits carry out or the sum would not fit; exact. x-mask and flags of
+/// `b`.
+KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
+/// The common width + 1, one more where that is a multiple of 32 and `a` is not negative and the sum reads negative.
+/// Exact while the unsigned operand leaves the top bit of the common width clear: at 8 bits, 1 + 255 reads 0. x-mask
+/// and flags of `b`.
+KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
+KVAL_SINTEGER operator+(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);  ///< The same with the operands swapped.
+/// The common width, one bit more when the difference would not fit; exact. x-mask and flags of `a`.
+KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
+/// The common width; wraps. x-mask and flags of `a`.
+KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
+/// `b` not negative: the width of `a` if a >= b, else that of `b`, with x-mask and flags of `a`. `b` negative: the
+/// width of `a` + 1, with x-mask and flags of `b`. Bits beyond are lost.
+KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
+
+/// The full product of the magnitudes, as wide as both operands together, negated when the signs differ; all X when
+/// either flag X is set, else no flags.
+KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
+KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
+KVAL_SINTEGER operator*(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
+
+/// Narrower by `count` bits, at least 1 bit: floor(a / 2^count). Compact values lose their X bits and flags, wide ones
+/// keep them.
+KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count);
+
+// Division, for operands of up to 32 bits: else throws a const char*, unless the divisor's low word is 0. Results are
+// as wide as the dividend (quotients) or the divisor (remainders). A zero divisor, and a result out of range, give all
+// X. X bits and flags of the operands play no part.
+
+KVAL_SINTEGER operator/(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);  ///< Truncates toward zero.
+KVAL_SINTEGER operator/(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
+KVAL_SINTEGER operator/(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
+KVAL_SINTEGER operator%(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);  ///< The sign of the dividend.
+KVAL_SINTEGER operator%(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);  ///< All X whenever the quotient is.
+KVAL_SINTEGER operator%(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
+/// Euclidean division: a = b * posr_div(a, b) + posr_mod(a, b) with a remainder from 0 to |b| - 1.
+KVAL_SINTEGER posr_div(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
+KVAL_SINTEGER posr_div(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
+KVAL_SINTEGER posr_div(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
+KVAL_SINTEGER posr_mod(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
+KVAL_SINTEGER posr_mod(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
+KVAL_SINTEGER posr_mod(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
+
+// Order as numbers. A negative value is less than every unsigned one and equal to none. Where nothing is negative, ==
+// is the identity of the base, X bits and flags included; two negative values are == when their value bits are,
+// sign-extended.
+
+bool operator==(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator==(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
+bool operator==(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator<(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator<(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
+bool operator<(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator<=(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator<=(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
+bool operator<=(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator>(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator>(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
+bool operator>(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator>=(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator>=(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
+bool operator>=(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+
+// The base's !=, in every language mode: C++20 would make it the opposite of the signed ==.
+
+bool operator!=(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+bool operator!=(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
+bool operator!=(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+
+/// Exchanges everything; a signed and an unsigned value do not swap.
+void swap(KVAL_SINTEGER& a, KVAL_SINTEGER& b) noexcept;
+void swap(KVAL_SINTEGER& a, KVAL_UINTEGER& b) = delete;
+void swap(KVAL_UINTEGER& a, KVAL_SINTEGER& b) = delete;
+
+// ---- random numbers ----
+//
+// One process-wide additive feedback (lagged Fibonacci) generator on 64-bit words, as described by G. J. Mitchell and
+// D. P. Moore (Knuth, The Art of Computer Programming, volume 2, 3.2.2). It works before main, from a fixed initial
+// table. Calls from several threads must take turns; independent streams live in buffers of the caller's own.
+
+/// The next number, 0 to 2^63 - 1.
+KVAL_API std::int64_t kval_random() noexcept;
+/// Restarts the current state from a seed.
+KVAL_API void kval_srandom(unsigned seed) noexcept;
+/// Moves the generator into a buffer of the caller's, of any alignment, and seeds it. Returns the buffer that was in
+/// use, for kval_setstate. `bytes` selects the type, 0 to 4 from 8, 32, 64, 128 and 256 on. Mind that these use 16, 64,
+/// 128, 256 and 512 bytes of the buffer, however few `bytes` says. Less than 8 bytes, or a null buffer: returns null,
+/// and errno is EINVAL.
+KVAL_API void* kval_initstate(unsigned seed, void* buffer, unsigned long bytes) noexcept;
+/// Continues where the generator left this buffer. Returns the buffer that was in use; null with errno EINVAL, and no
+/// change, where `buffer` is null or does not hold a saved position.
+KVAL_API void* kval_setstate(void* buffer) noexcept;
+
 // ---- hashes and version ----
 
 /// The 32-bit integer hash of Thomas Wang ("Integer Hash Function", the 32-bit mix).
@@ -330,5 +528,6 @@ KVAL_API int one_at_a_time(const char* key, int len) noexcept;
 KVAL_API const char* kval_version() noexcept;
 
 #include "kval/detail/inline.h"
+#include "kval/detail/signed_inline.h"
 
 #endif

@@ -23,27 +23,31 @@ void subtract_compact(Word* out, const Word* l, std::size_t size, Word r) {
 
 }  // namespace
 
+// The end of every wide sum: `result` holds the sum of `width` bits without its carry, and has room for a bit more.
+void Internals::FinishSum(KVAL_UINTEGER& result, unsigned width, bool carry) {
+    const std::size_t size = word_count(width);
+    const unsigned grown = width + 1;
+    if (word_count(grown) > size) {
+        result.uvalue.words[size] = static_cast<Word>(carry);
+        result.xmask.words[size] = 0;
+    }
+    const unsigned top = width % words::kWordBits;
+    const bool grows = carry || (top != 0 && (result.uvalue.words[size - 1] >> top & 1U) != 0);
+    if (grows) check_width(grown);
+    result.width = grows ? grown : width;
+    result.EnforceWidth();
+}
+
 KVAL_UINTEGER Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     const KVAL_UINTEGER& wider = Wider(l, r);
     const View w = Words(wider);
     const View n = Words(&wider == &l ? r : l);
-    // Room for the bit of growth: a word more where the width fills its top word.
     const unsigned grown = wider.width + 1;
-    const std::size_t room = word_count(grown);
-    KVAL_UINTEGER result(std::min(grown, kMaxWidth), room, Flags(wider));
+    KVAL_UINTEGER result(std::min(grown, kMaxWidth), word_count(grown), Flags(wider));
     Word* value = result.uvalue.words;
-    Word* mask = result.xmask.words;
-    bool carry = words::add(value, w.value, n.value, n.size);
-    carry = words::add_carry(value + n.size, w.value + n.size, w.size - n.size, carry);
-    std::copy_n(w.mask, w.size, mask);
-    if (room > w.size) {
-        value[w.size] = static_cast<Word>(carry);
-        mask[w.size] = 0;
-    }
-    const bool grows = carry || (wider.get_top() != 0 && (value[w.size - 1] >> wider.get_top() & 1U) != 0);
-    if (grows) check_width(grown);
-    result.width = grows ? grown : wider.width;
-    result.EnforceWidth();
+    const bool carry = words::add(value, w.value, n.value, n.size);
+    std::copy_n(w.mask, w.size, result.xmask.words);
+    FinishSum(result, wider.width, words::add_carry(value + n.size, w.value + n.size, w.size - n.size, carry));
     return result;
 }
 

@@ -3,21 +3,12 @@
 
 #include "kval.h"
 #include "value/storage.h"
+#include "words/fit.h"
 #include "words/shift.h"
 
 using kval::detail::Internals;
+using kval::words::fit;
 using kval::words::Word;
-
-namespace {
-
-// Fills an array of `size` words from another, cut or zero-extended.
-void fit(Word* out, std::size_t size, const Word* words, std::size_t words_size) {
-    const std::size_t both = std::min(size, words_size);
-    std::copy_n(words, both, out);
-    std::fill(out + both, out + size, Word{0});
-}
-
-}  // namespace
 
 KVAL_UINTEGER::KVAL_UINTEGER(unsigned bit_width, std::size_t words, unsigned state)
     : width(bit_width), text_cache(nullptr), flags(static_cast<std::uint8_t>(state)), capacity(0) {

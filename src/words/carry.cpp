@@ -63,4 +63,12 @@ bool subtract_borrow(Word* out, const Word* a, std::size_t size, bool borrow) {
     return ripple(out, a, size, borrow, subtract_limbs<Word>);
 }
 
+// Above the lowest word that is not 0, negation is inversion.
+void negate(Word* out, const Word* in, std::size_t size) {
+    std::size_t i = 0;
+    for (; i < size && in[i] == 0; ++i) out[i] = 0;
+    if (i < size) out[i] = 0 - in[i];
+    for (++i; i < size; ++i) out[i] = ~in[i];
+}
+
 }  // namespace kval::words

@@ -13,5 +13,7 @@ bool add_carry(Word* out, const Word* a, std::size_t size, bool carry);
 bool subtract(Word* out, const Word* a, const Word* b, std::size_t size);
 /// out = a - borrow over `size` words; returns the borrow out. `out` may be `a`.
 bool subtract_borrow(Word* out, const Word* a, std::size_t size, bool borrow);
+/// out = -in over `size` words. `out` may be `in`.
+void negate(Word* out, const Word* in, std::size_t size);
 
 }  // namespace kval::words

