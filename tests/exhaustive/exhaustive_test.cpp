@@ -1,4 +1,4 @@
-// All values of 1 to 4 bits, with all x-masks and both states of flag X: every operation on every one or pair of them.
+// Every operation on all values of 1 to 4 bits, with all x-masks and both states of flag X, and with bits above the width.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,11 +19,12 @@ using twin::Content;
 using twin::Text;
 using twin::Twin;
 
-constexpr unsigned kMaxWidth = 4;
-// Values of up to this width come with every combination of Z, weak low and weak high too.
+// Values of up to kMaxFlaggedWidth come with every combination of Z, weak low and weak high too.
 #ifdef KVAL_SANITIZED
+constexpr unsigned kMaxWidth = 3;
 constexpr unsigned kMaxFlaggedWidth = 1;
 #else
+constexpr unsigned kMaxWidth = 4;
 constexpr unsigned kMaxFlaggedWidth = 2;
 #endif
 
@@ -45,6 +46,10 @@ std::vector<Twin> all_values(Text text) {
                 for (const std::string& flags : flag_sets(width)) {
                     values.emplace_back(Content{width, {word}, {mask}, flags, text});
                 }
+            }
+            // Bits above the width: all of them, and the one that a sum reaches first.
+            for (const unsigned stray : {~0U << width, 1U << width}) {
+                values.emplace_back(Content{width, {word | stray}, {0}, "", text});
             }
         }
     }

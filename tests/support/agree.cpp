@@ -44,6 +44,9 @@ testing::AssertionResult changed(const Twin& target, Model run_model, Library ru
     return result ? same_content(target) : result;
 }
 
+// Assignment of a result is the unsigned one, whatever the operator.
+KVAL_UINTEGER& as_unsigned(Twin& target) { return target.value; }
+
 std::string operands(const Twin& l, const Twin& r) {
     return "  left     " + describe(l.model) + "\n  right    " + describe(r.model);
 }
@@ -128,13 +131,13 @@ testing::AssertionResult apply(const Change& operation, Twin& target, unsigned n
 testing::AssertionResult apply(const Binary& operation, Twin& target, const Twin& l, const Twin& r) {
     return changed(
         target, [&] { model::assign(target.model, operation.model(l.model, r.model)); },
-        [&]() -> KVAL_UINTEGER& { return target.value = operation.library(l.value, r.value); });
+        [&]() -> KVAL_UINTEGER& { return as_unsigned(target) = operation.library(l.value, r.value); });
 }
 
 testing::AssertionResult apply(const Derived& operation, Twin& target, const Twin& v, unsigned number) {
     return changed(
         target, [&] { model::assign(target.model, operation.model(v.model, number)); },
-        [&]() -> KVAL_UINTEGER& { return target.value = operation.library(v.value, number); });
+        [&]() -> KVAL_UINTEGER& { return as_unsigned(target) = operation.library(v.value, number); });
 }
 
 }  // namespace twin

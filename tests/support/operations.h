@@ -49,6 +49,7 @@ using Derived =
 using Query = NumberOperation<unsigned(const KVAL_UINTEGER&, unsigned), unsigned(const model::Value&, unsigned)>;
 using Change = NumberOperation<KVAL_UINTEGER&(KVAL_UINTEGER&, unsigned), void(model::Value&, unsigned)>;
 
+// The rows of the unsigned operators, and behind them those of the signed and mixed ones.
 const std::vector<Binary>& binary_operations();
 const std::vector<Relation>& relations();
 const std::vector<InPlace>& in_place_operations();

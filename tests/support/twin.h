@@ -33,7 +33,8 @@ struct Twin {
     Twin(const Twin& original);
     Twin& operator=(const Twin&) = delete;
 
-    KVAL_UINTEGER value;
+    // Signed in type, so that the signed operators may read it too; the unsigned ones see the base.
+    KVAL_SINTEGER value;
     model::Value model;
 };
 
