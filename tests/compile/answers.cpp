@@ -1,23 +1,10 @@
 // Asks questions wherever a language mode could pick another operator, conversion or move, and prints the answers.
-//
-// Every line of the output is a question, which is the expression itself, and its answer. Values are answered with
-// their width and their hexadecimal digits.
-#include <kval.h>
-
 #include <algorithm>
-#include <cstdio>
 #include <utility>
 
+#include "ask.h"
+
 namespace {
-
-void answer(const char* question, bool yes) { std::printf("%s: %s\n", question, yes ? "yes" : "no"); }
-void answer(const char* question, unsigned number) { std::printf("%s: %u\n", question, number); }
-void answer(const char* question, const char* text) { std::printf("%s: \"%s\"\n", question, text); }
-void answer(const char* question, const KVAL_UINTEGER& v) {
-    std::printf("%s: %u'h%s\n", question, v.bitwidth(), v.as_hex_string());
-}
-
-#define ASK(...) answer(#__VA_ARGS__, __VA_ARGS__)
 
 enum Number { kZero, kFive = 5, kSix };
 enum Byte : unsigned char { kByteFive = 5 };
@@ -330,4 +317,5 @@ int main() {
     ask_about_construction();
     ask_about_moves();
     ask_about_sorting();
+    ask_about_signed_values();
 }

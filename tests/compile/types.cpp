@@ -1,7 +1,5 @@
 // Pins the type of every expression of the public header, what may throw, and what kind of type a value is.
-#include <type_traits>
-
-#include "kval.h"
+#include "types.h"
 
 namespace {
 
@@ -17,14 +15,6 @@ Value t() noexcept;
 unsigned n() noexcept;
 int i() noexcept;
 const char* s() noexcept;
-
-#define HAS_TYPE(type, expression) \
-    static_assert(std::is_same<decltype(expression), type>::value, #expression " must be of type " #type)
-#define THROWS_NOTHING(expression) static_assert(noexcept(expression), #expression " must be noexcept")
-#define MAY_THROW(expression) \
-    static_assert(!noexcept(expression), #expression " must let std::bad_alloc and messages through")
-#define IS(...) static_assert(__VA_ARGS__::value, #__VA_ARGS__)
-#define IS_NOT(...) static_assert(!__VA_ARGS__::value, "not " #__VA_ARGS__)
 
 // ---- the class ----
 

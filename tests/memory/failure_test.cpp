@@ -20,6 +20,12 @@ bool fails(std::size_t nth_allocation, Run run) {
     return false;
 }
 
+std::vector<const char*> cached_texts(const Operands& operands) {
+    std::vector<const char*> texts;
+    for (const KVAL_UINTEGER* operand : operands.all()) texts.push_back(cached_text(*operand));
+    return texts;
+}
+
 class Failure : public testing::TestWithParam<Theme> {};
 
 TEST_P(Failure, changes_nothing_and_can_be_repaired) {
@@ -35,8 +41,7 @@ TEST_P(Failure, changes_nothing_and_can_be_repaired) {
             SCOPED_TRACE(name + ", allocation " + std::to_string(n));
             Operands operands = prepare();
             const Outcome untouched = observe(operands);
-            const char* const left_text = cached_text(operands.left);
-            const char* const right_text = cached_text(operands.right);
+            const std::vector<const char*> texts = cached_texts(operands);
             const std::size_t live = heap::live_blocks();
 
             const bool failed = fails(n, [&] { operation.run(operands); });
@@ -45,8 +50,7 @@ TEST_P(Failure, changes_nothing_and_can_be_repaired) {
             EXPECT_TRUE(failed);
             EXPECT_EQ(live_after, live);
             EXPECT_EQ(observe(operands), untouched);
-            EXPECT_EQ(cached_text(operands.left), left_text);
-            EXPECT_EQ(cached_text(operands.right), right_text);
+            EXPECT_EQ(cached_texts(operands), texts);
 
             operation.run(operands);
             EXPECT_EQ(observe(operands), observe(undisturbed));
@@ -78,6 +82,36 @@ TEST(FailureOfTooWide, resizing) {
         const State untouched = observe(v);
         const std::size_t live = heap::live_blocks();
         EXPECT_THROW(v.bitwidth(kWidest + 1), std::bad_alloc);
+        EXPECT_EQ(heap::live_blocks(), live);
+        EXPECT_EQ(observe(v), untouched);
+    }
+}
+
+TEST(FailureOfTooWide, signed_construction) {
+    const std::size_t live = heap::live_blocks();
+    EXPECT_THROW(KVAL_SINTEGER(-1, kWidest + 1), std::bad_alloc);
+    EXPECT_EQ(heap::live_blocks(), live);
+}
+
+TEST(FailureOfTooWide, sign_extending) {
+    for (const unsigned width : {8U, 40U}) {
+        KVAL_SINTEGER v(-5, width);
+        v.set_x(3).force_wh().as_bin_string();
+        const State untouched = observe(v);
+        const std::size_t live = heap::live_blocks();
+        EXPECT_THROW(v.bitwidth(kWidest + 1), std::bad_alloc);
+        EXPECT_EQ(heap::live_blocks(), live);
+        EXPECT_EQ(observe(v), untouched);
+    }
+}
+
+// The count is subtracted from the width in 32 bits, and may wrap to a width that is larger.
+TEST(FailureOfTooWide, signed_right_shift) {
+    for (const unsigned width : {8U, 40U}) {
+        const KVAL_SINTEGER v(-5, width);
+        const State untouched = observe(v);
+        const std::size_t live = heap::live_blocks();
+        EXPECT_THROW(v >> (width - (kWidest + 1)), std::bad_alloc);
         EXPECT_EQ(heap::live_blocks(), live);
         EXPECT_EQ(observe(v), untouched);
     }

@@ -5,24 +5,11 @@
 #include <tuple>
 #include <utility>
 
+#include "table.h"
+
 namespace {
 
-using Operations = std::vector<Operation>;
-using Run = std::function<void(Operands&)>;
-
-// ---- the numbers of the table ----
-
-constexpr unsigned words(unsigned width) { return (width + 31) / 32; }
-
-// The two arrays of a wide value; a compact one has none.
-constexpr std::size_t arrays(unsigned width) { return width > 32 ? 2 : 0; }
-
-// A value that becomes wide or grows in words takes two new arrays.
-constexpr std::size_t growth(unsigned from, unsigned to) { return words(to) > words(from) ? 2 : 0; }
-
 // ---- preparations ----
-
-void move_away(KVAL_UINTEGER& v) { const KVAL_UINTEGER taken(std::move(v)); }
 
 void move_left_away(Operands& o) { move_away(o.left); }
 
@@ -37,12 +24,6 @@ void drop_texts(Operands& o) {
 }
 
 // ---- themes ----
-
-// An operation that gives a value, kept in o.result.
-template <typename Make>
-Run giving(Make make) {
-    return [make](Operands& o) { o.result.emplace(make(o)); };
-}
 
 Operations construction(unsigned l, unsigned) {
     Operations table{
@@ -242,6 +223,21 @@ Operations text(unsigned l, unsigned r) {
     };
 }
 
+Operations random_bits(unsigned l, unsigned) {
+    const std::size_t bitmap = l > 32 ? 1 : 0;
+    Operations table{{"randomize", 0, [](Operands& o) { o.left.randomize(); }, [](Operands&) { kval_srandom(1); }},
+                     {"randomize a signed value", 0, [](Operands& o) { o.signed_left.randomize(); },
+                      [](Operands&) { kval_srandom(1); }}};
+    const int width = static_cast<int>(l);
+    for (const int count : {0, 1, width / 2, width, width + 1, -1}) {
+        const std::string bits = "randomize " + std::to_string(count) + " bits";
+        table.push_back({bits, 0, [count](Operands& o) { o.left.randomize(count); }, [](Operands&) {}, bitmap});
+        table.push_back({bits + " of a signed value", 0, [count](Operands& o) { o.signed_left.randomize(count); },
+                         [](Operands&) {}, bitmap});
+    }
+    return table;
+}
+
 KVAL_UINTEGER make_value(unsigned width, unsigned seed, Bits bits) {
     KVAL_UINTEGER v(0, width);
     unsigned word = seed;
@@ -258,37 +254,50 @@ KVAL_UINTEGER make_value(unsigned width, unsigned seed, Bits bits) {
 }  // namespace
 
 Operands::Operands(const Operation& operation, unsigned left_width, unsigned right_width, Bits bits)
-    : left(make_value(left_width, 1, bits)), right(make_value(right_width, 2, bits)) {
-    left.as_hex_string();
-    right.as_bin_string();
+    : left(make_value(left_width, 1, bits)),
+      right(make_value(right_width, 2, bits)),
+      signed_left(left),
+      signed_right(right) {
+    make_texts(*this);
     operation.prepare(*this);
 }
 
+std::size_t stated_allocations(const Operation& operation, const Operands& operands) {
+    if (operation.allocations != kArraysOfResult) return operation.allocations;
+    return arrays(operands.result.value().bitwidth());
+}
+
 std::vector<Theme> allocating_themes() {
-    return {{"construction", construction}, {"assignment", assignment}, {"resizing", resizing}, {"logic", logic},
-            {"arithmetic", arithmetic},     {"shifts", shifts},         {"text", text}};
+    std::vector<Theme> themes{
+        {"construction", construction}, {"assignment", assignment}, {"resizing", resizing}, {"logic", logic},
+        {"arithmetic", arithmetic},     {"shifts", shifts},         {"text", text},         {"random", random_bits}};
+    for (const Theme& theme : allocating_signed_themes()) themes.push_back(theme);
+    return themes;
 }
 
 std::vector<Theme> all_themes() {
     std::vector<Theme> themes = allocating_themes();
     themes.push_back({"access", access});
+    themes.push_back({"signed_access", signed_access});
     return themes;
 }
 
 std::ostream& operator<<(std::ostream& out, const Theme& theme) { return out << theme.name; }
 
 Outcome observe(const Operands& operands) {
-    Outcome outcome{observe(operands.left), observe(operands.right), std::nullopt, operands.answer};
+    Outcome outcome{{}, std::nullopt, operands.answer};
+    for (const KVAL_UINTEGER* operand : operands.all()) outcome.operands.push_back(observe(*operand));
     if (operands.result) outcome.result = observe(*operands.result);
     return outcome;
 }
 
 bool operator==(const Outcome& a, const Outcome& b) {
-    return std::tie(a.left, a.right, a.result, a.answer) == std::tie(b.left, b.right, b.result, b.answer);
+    return std::tie(a.operands, a.result, a.answer) == std::tie(b.operands, b.result, b.answer);
 }
 
 std::ostream& operator<<(std::ostream& out, const Outcome& outcome) {
-    out << "\n  left:   " << outcome.left << "\n  right:  " << outcome.right;
+    const char* const names[] = {"left", "right", "signed left", "signed right"};
+    for (std::size_t i = 0; i < outcome.operands.size(); ++i) out << "\n  " << names[i] << ": " << outcome.operands[i];
     if (outcome.result) out << "\n  result: " << *outcome.result;
     return out << "\n  answer: " << outcome.answer;
 }

@@ -1,6 +1,7 @@
 // Every operation of the value with the number of blocks that it may take from the heap: the table of the memory tests.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -17,16 +18,23 @@ enum class Bits { Known, Unknown };
 /// What an operation works on, and what comes out of it.
 struct Operands {
     /// Ready for the operation, with a text each unless its preparation drops it: hexadecimal on the left, binary on
-    /// the right. Unknown: with X bits, and weak.
+    /// the right. The signed operands hold the bits of the unsigned ones. Unknown: with X bits, and weak.
     Operands(const Operation& operation, unsigned left_width, unsigned right_width, Bits bits);
     Operands(const Operands&) = delete;  // a copy has no text
     Operands& operator=(const Operands&) = delete;
 
+    std::array<const KVAL_UINTEGER*, 4> all() const { return {&left, &right, &signed_left, &signed_right}; }
+
     KVAL_UINTEGER left;
     KVAL_UINTEGER right;
-    std::optional<KVAL_UINTEGER> result = std::nullopt;
-    unsigned answer = 0;  // of an operation that gives a number or bool
+    KVAL_SINTEGER signed_left;
+    KVAL_SINTEGER signed_right;
+    std::optional<KVAL_UINTEGER> result = std::nullopt;  // of a signed operation, too: the storage is the same
+    unsigned answer = 0;                                 // of an operation that gives a number or bool
 };
+
+/// In place of a number of allocations, where the values decide on the width of the result: as many as it has arrays.
+constexpr std::size_t kArraysOfResult = static_cast<std::size_t>(-1);
 
 struct Operation {
     std::string name;
@@ -35,6 +43,9 @@ struct Operation {
     std::function<void(Operands&)> prepare = [](Operands&) {};  // what comes first and is not counted
     std::size_t temporaries = 0;                                // allocations that may come on top
 };
+
+/// What the operation may take at least; `operands` are those that it has worked on.
+std::size_t stated_allocations(const Operation& operation, const Operands& operands);
 
 /// Operations that belong together, for operands of two given widths.
 struct Theme {
@@ -48,8 +59,7 @@ std::vector<Theme> all_themes();
 
 /// What is left after an operation.
 struct Outcome {
-    State left;
-    State right;
+    std::vector<State> operands;
     std::optional<State> result;
     unsigned answer;
 };

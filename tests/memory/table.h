@@ -1,0 +1,39 @@
+// What the tables of operations share: the numbers in them, preparations, and the tables of signed values.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "operations.h"
+
+using Operations = std::vector<Operation>;
+using Run = std::function<void(Operands&)>;
+
+constexpr unsigned words(unsigned width) { return (width + 31) / 32; }
+
+/// The two arrays of a wide value; a compact one has none.
+constexpr std::size_t arrays(unsigned width) { return width > 32 ? 2 : 0; }
+
+/// A value that becomes wide or grows in words takes two new arrays.
+constexpr std::size_t growth(unsigned from, unsigned to) { return words(to) > words(from) ? 2 : 0; }
+
+inline void move_away(KVAL_UINTEGER& v) { const KVAL_UINTEGER taken(std::move(v)); }
+
+/// The texts that every operand has before its operation.
+inline void make_texts(Operands& o) {
+    o.left.as_hex_string();
+    o.right.as_bin_string();
+    o.signed_left.as_hex_string();
+    o.signed_right.as_bin_string();
+}
+
+/// An operation that gives a value, kept in o.result.
+template <typename Make>
+Run giving(Make make) {
+    return [make](Operands& o) { o.result.emplace(make(o)); };
+}
+
+std::vector<Theme> allocating_signed_themes();
+Operations signed_access(unsigned left_width, unsigned right_width);
