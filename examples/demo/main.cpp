@@ -1,14 +1,19 @@
-// demo [FILE]: the values in typical use, in a SHA-256 core that hashes FILE (README.md), and in a 4-bit datapath.
+// demo [FILE] [--seed=N]: the values in typical use, in a SHA-256 core that hashes FILE (README.md), in a 4-bit
+// datapath, and in a multiply-accumulate unit that is checked with random vectors from seed N (1).
 #include <kval.h>
 
 #include <cerrno>
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <exception>
 #include <fstream>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <system_error>
 
+#include "mac_check.h"
 #include "sha256.h"
 
 namespace {
@@ -126,17 +131,51 @@ void show_datapath() {
         "      out as 0, and unknown data meets the unknown s in the ANDs and comes out as a known 0.\n");
 }
 
+// ---- the command line ----
+
+constexpr std::string_view kSeedOption = "--seed=";
+
+struct Arguments {
+    const char* path = "README.md";
+    unsigned seed = 1;
+};
+
+unsigned parse_seed(std::string_view digits) {
+    unsigned seed = 0;
+    const char* end = digits.data() + digits.size();
+    const auto [rest, error] = std::from_chars(digits.data(), end, seed);
+    if (error != std::errc() || rest != end) throw std::invalid_argument("a seed is a number from 0 to 4294967295");
+    return seed;
+}
+
+Arguments parse_arguments(int argc, char* argv[]) {
+    Arguments arguments;
+    bool has_path = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument.substr(0, kSeedOption.size()) == kSeedOption) {
+            arguments.seed = parse_seed(argument.substr(kSeedOption.size()));
+        } else if (argument.substr(0, 1) == "-" || has_path) {
+            throw std::invalid_argument("usage: demo [FILE] [--seed=N]");
+        } else {
+            arguments.path = argv[i];
+            has_path = true;
+        }
+    }
+    return arguments;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    const char* path = argc > 1 ? argv[1] : "README.md";
     try {
+        const auto [path, seed] = parse_arguments(argc, argv);
         // First of all, so that a file that cannot be read is reported before anything is printed.
         const HashRun run = hash_file(path);
         show_typical_use();
         show_hash(run, path);
         show_datapath();
-        return 0;
+        return check_mac(seed) ? 0 : 1;
     } catch (const char* message) {  // what the library throws
         std::fprintf(stderr, "demo: %s\n", message);
     } catch (const std::exception& error) {

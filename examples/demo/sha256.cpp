@@ -13,7 +13,7 @@ constexpr std::size_t kLengthAt = 56;  // the last 8 bytes of a message's last b
 constexpr std::array<unsigned, 8> kInitial = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
                                               0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
 
-constexpr std::array<unsigned, kRounds> K = {
+constexpr std::array<unsigned, kRounds> K = {  // NOLINT(readability-identifier-naming): the standard's name
     0x428a2f98, 0x71374491, 0xb5c0fbcf, 0xe9b5dba5, 0x3956c25b, 0x59f111f1, 0x923f82a4, 0xab1c5ed5,
     0xd807aa98, 0x12835b01, 0x243185be, 0x550c7dc3, 0x72be5d74, 0x80deb1fe, 0x9bdc06a7, 0xc19bf174,
     0xe49b69c1, 0xefbe4786, 0x0fc19dc6, 0x240ca1cc, 0x2de92c6f, 0x4a7484aa, 0x5cb0a9dc, 0x76f988da,
@@ -78,12 +78,12 @@ const KVAL_UINTEGER& Sha256Core::schedule_word(std::size_t t) {
 
 // `x + y` would be a bit wider whenever it carries; += keeps the 32 bits and wraps, as the standard's sums do.
 void Sha256Core::round(std::size_t t) {
-    KVAL_UINTEGER T1 = Sigma1(e);
+    KVAL_UINTEGER T1 = Sigma1(e);  // NOLINT(readability-identifier-naming): the standard's name
     T1 += h;
     T1 += Ch(e, f, g);
     T1 += K[t];
     T1 += schedule_word(t);
-    KVAL_UINTEGER T2 = Sigma0(a);
+    KVAL_UINTEGER T2 = Sigma0(a);  // NOLINT(readability-identifier-naming): the standard's name
     T2 += Maj(a, b, c);
 
     h = g;
