@@ -4,6 +4,7 @@
 #include <string>
 
 #include "kval.h"
+#include "operator_checks.h"
 #include "unit_support.h"
 
 namespace {
@@ -17,65 +18,7 @@ KVAL_UINTEGER& subtract_number(KVAL_UINTEGER& v, unsigned number) { return v -= 
 KVAL_UINTEGER sum(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) { return l + r; }
 KVAL_UINTEGER difference(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) { return l - r; }
 
-struct Row {
-    const char* name;
-    KVAL_UINTEGER left;
-    KVAL_UINTEGER right;
-    const char* want;
-};
-
-struct NumberRow {
-    const char* name;
-    KVAL_UINTEGER value;
-    unsigned number;
-    const char* want;
-};
-
-// Changes every word and some flags, as a probe for anything shared.
-void overwrite(KVAL_UINTEGER& v) {
-    for (int i = 0; i < v.get_size(); ++i) {
-        v.set_uvalue_at(i, ~v.get_uvalue_at(i)).set_xmask_at(i, ~v.get_xmask_at(i));
-    }
-    v.force_z().force_wh();
-}
-
-// The result has no text and shares nothing with the operands, which stay as they are, text included.
-void check_free(const Row& row, KVAL_UINTEGER (*operation)(const KVAL_UINTEGER&, const KVAL_UINTEGER&)) {
-    SCOPED_TRACE(row.name);
-    KVAL_UINTEGER left(row.left), right(row.right);
-    cache_text(left);
-    cache_text(right);
-    KVAL_UINTEGER result = operation(left, right);
-    EXPECT_EQ(printed(result), row.want);
-    EXPECT_FALSE(keeps_text(result));
-    overwrite(result);
-    EXPECT_EQ(printed(left), printed(row.left));
-    EXPECT_EQ(printed(right), printed(row.right));
-    EXPECT_TRUE(keeps_text(left));
-    EXPECT_TRUE(keeps_text(right));
-}
-
-// The target is returned and has lost its text; the right operand stays as it is, text included.
-void check_in_place(const Row& row, KVAL_UINTEGER& (*operation)(KVAL_UINTEGER&, const KVAL_UINTEGER&)) {
-    SCOPED_TRACE(row.name);
-    KVAL_UINTEGER target(row.left), right(row.right);
-    cache_text(target);
-    cache_text(right);
-    EXPECT_EQ(&operation(target, right), &target);
-    EXPECT_EQ(printed(target), row.want);
-    EXPECT_FALSE(keeps_text(target));
-    EXPECT_EQ(printed(right), printed(row.right));
-    EXPECT_TRUE(keeps_text(right));
-}
-
-void check_number(const NumberRow& row, KVAL_UINTEGER& (*operation)(KVAL_UINTEGER&, unsigned)) {
-    SCOPED_TRACE(row.name);
-    KVAL_UINTEGER target(row.value);
-    cache_text(target);
-    EXPECT_EQ(&operation(target, row.number), &target);
-    EXPECT_EQ(printed(target), row.want);
-    EXPECT_FALSE(keeps_text(target));
-}
+using Row = BinaryRow;
 
 // A value with every flag and some X bits, which sums and differences in place leave alone.
 KVAL_UINTEGER all_marks(unsigned width) { return marked(from_words(width, {0x35}, {0x81}, true), "ZLH"); }
@@ -143,7 +86,7 @@ TEST(AddInPlace, Number) {
         {"128 bits: the carry stops where it can", from_words(128, {kOnes, 5, kOnes, 0}), 2,
          "128 bits 00000000 FFFFFFFF 00000006 00000001"},
     };
-    for (const NumberRow& row : rows) check_number(row, add_number);
+    for (const NumberRow& row : rows) check_in_place(row, add_number);
 }
 
 // ---- -= ----
@@ -211,7 +154,7 @@ TEST(SubtractInPlace, Number) {
         {"128 bits: the borrow stops where it can", from_words(128, {0, 6, 0, 3}), 1,
          "128 bits 00000003 00000000 00000005 FFFFFFFF"},
     };
-    for (const NumberRow& row : rows) check_number(row, subtract_number);
+    for (const NumberRow& row : rows) check_in_place(row, subtract_number);
 }
 
 // ---- ++ and -- ----
@@ -231,7 +174,7 @@ TEST(Increment, WrapsAndCarries) {
         {"96 bits, no carry", from_words(96, {6, 7, 5}), 0, "96 bits 00000005 00000007 00000007"},
     };
     for (const NumberRow& row : rows)
-        check_number(row, [](KVAL_UINTEGER& v, unsigned) -> KVAL_UINTEGER& { return ++v; });
+        check_in_place(row, [](KVAL_UINTEGER& v, unsigned) -> KVAL_UINTEGER& { return ++v; });
 }
 
 TEST(Decrement, WrapsAndBorrows) {
@@ -248,7 +191,7 @@ TEST(Decrement, WrapsAndBorrows) {
         {"96 bits, no borrow", from_words(96, {6, 7, 5}), 0, "96 bits 00000005 00000007 00000005"},
     };
     for (const NumberRow& row : rows)
-        check_number(row, [](KVAL_UINTEGER& v, unsigned) -> KVAL_UINTEGER& { return --v; });
+        check_in_place(row, [](KVAL_UINTEGER& v, unsigned) -> KVAL_UINTEGER& { return --v; });
 }
 
 // ---- what every operation in place shares ----
@@ -260,8 +203,8 @@ TEST(AddSubInPlace, XBitsAndFlagsOfTheLeftStayAndThoseOfTheRightPlayNoPart) {
         const std::string mask = std::string(" x") + (width == 40 ? " 00000000" : "") + " 00000081 flags XZLH";
         check_in_place({"+=", all_marks(width), right, (bits + " 00000037" + mask).c_str()}, add_assign);
         check_in_place({"-=", all_marks(width), right, (bits + " 00000033" + mask).c_str()}, subtract_assign);
-        check_number({"+= number", all_marks(width), 2, (bits + " 00000037" + mask).c_str()}, add_number);
-        check_number({"-= number", all_marks(width), 2, (bits + " 00000033" + mask).c_str()}, subtract_number);
+        check_in_place({"+= number", all_marks(width), 2, (bits + " 00000037" + mask).c_str()}, add_number);
+        check_in_place({"-= number", all_marks(width), 2, (bits + " 00000033" + mask).c_str()}, subtract_number);
         KVAL_UINTEGER v = all_marks(width);
         EXPECT_EQ(printed(++v), bits + " 00000036" + mask);
         EXPECT_EQ(printed(--v), bits + " 00000035" + mask);
@@ -290,11 +233,11 @@ TEST(AddSubInPlace, StrayBitsCountAndAreTrimmedAtTheEnd) {
     check_in_place(
         {"-=, wide right", from_words(64, {0, 0x1000}), from_words(40, {0, 0xFFF}), "64 bits 00000001 00000000"},
         subtract_assign);
-    check_number({"+= number, compact", from_words(4, {0x1F}), 1, "4 bits 00000000"}, add_number);
-    check_number({"+= number, wide", from_words(70, {kOnes, kOnes, 0x7F}), 1, "70 bits 00000000 00000000 00000000"},
-                 add_number);
-    check_number({"-= number, compact", from_words(4, {0x10}), 1, "4 bits 0000000F"}, subtract_number);
-    check_number({"-= number, wide", from_words(40, {0, 0x100}), 1, "40 bits 000000FF FFFFFFFF"}, subtract_number);
+    check_in_place({"+= number, compact", from_words(4, {0x1F}), 1, "4 bits 00000000"}, add_number);
+    check_in_place({"+= number, wide", from_words(70, {kOnes, kOnes, 0x7F}), 1, "70 bits 00000000 00000000 00000000"},
+                   add_number);
+    check_in_place({"-= number, compact", from_words(4, {0x10}), 1, "4 bits 0000000F"}, subtract_number);
+    check_in_place({"-= number, wide", from_words(40, {0, 0x100}), 1, "40 bits 000000FF FFFFFFFF"}, subtract_number);
     KVAL_UINTEGER compact = from_words(4, {0x1F}, {0x18});
     EXPECT_EQ(printed(++compact), "4 bits 00000000 x 00000008");
     KVAL_UINTEGER wide = from_words(40, {kOnes, kOnes}, {0, 0x180});

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "kval.h"
+#include "operator_checks.h"
 #include "unit_support.h"
 
 namespace {
@@ -16,49 +17,7 @@ KVAL_UINTEGER bit_and(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) { return l
 KVAL_UINTEGER bit_or(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) { return l | r; }
 KVAL_UINTEGER bit_xor(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) { return l ^ r; }
 
-struct Row {
-    const char* name;
-    KVAL_UINTEGER left;
-    KVAL_UINTEGER right;
-    const char* want;
-};
-
-// Changes every word and some flags, as a probe for anything shared.
-void overwrite(KVAL_UINTEGER& v) {
-    for (int i = 0; i < v.get_size(); ++i) {
-        v.set_uvalue_at(i, ~v.get_uvalue_at(i)).set_xmask_at(i, ~v.get_xmask_at(i));
-    }
-    v.force_z().force_wh();
-}
-
-// The result has no text and shares nothing with the operands, which stay as they are, text included.
-void check_free(const Row& row, KVAL_UINTEGER (*operation)(const KVAL_UINTEGER&, const KVAL_UINTEGER&)) {
-    SCOPED_TRACE(row.name);
-    KVAL_UINTEGER left(row.left), right(row.right);
-    cache_text(left);
-    cache_text(right);
-    KVAL_UINTEGER result = operation(left, right);
-    EXPECT_EQ(printed(result), row.want);
-    EXPECT_FALSE(keeps_text(result));
-    overwrite(result);
-    EXPECT_EQ(printed(left), printed(row.left));
-    EXPECT_EQ(printed(right), printed(row.right));
-    EXPECT_TRUE(keeps_text(left));
-    EXPECT_TRUE(keeps_text(right));
-}
-
-// The target is returned and has lost its text; the right operand stays as it is, text included.
-void check_in_place(const Row& row, KVAL_UINTEGER& (*operation)(KVAL_UINTEGER&, const KVAL_UINTEGER&)) {
-    SCOPED_TRACE(row.name);
-    KVAL_UINTEGER target(row.left), right(row.right);
-    cache_text(target);
-    cache_text(right);
-    EXPECT_EQ(&operation(target, right), &target);
-    EXPECT_EQ(printed(target), row.want);
-    EXPECT_FALSE(keeps_text(target));
-    EXPECT_EQ(printed(right), printed(row.right));
-    EXPECT_TRUE(keeps_text(right));
-}
+using Row = BinaryRow;
 
 // ---- the truth tables ----
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "kval.h"
+#include "operator_checks.h"
 #include "unit_support.h"
 
 namespace {
@@ -14,35 +15,11 @@ KVAL_UINTEGER product(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) { return l
 KVAL_UINTEGER quotient(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) { return l / r; }
 KVAL_UINTEGER remainder(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) { return l % r; }
 
-struct Row {
-    const char* name;
-    KVAL_UINTEGER left;
-    KVAL_UINTEGER right;
-    const char* want;
-};
-
-// The result has no text and shares nothing with the operands, which stay as they are, text included.
-void check(const Row& row, KVAL_UINTEGER (*operation)(const KVAL_UINTEGER&, const KVAL_UINTEGER&)) {
-    SCOPED_TRACE(row.name);
-    KVAL_UINTEGER left(row.left), right(row.right);
-    cache_text(left);
-    cache_text(right);
-    KVAL_UINTEGER result = operation(left, right);
-    EXPECT_EQ(printed(result), row.want);
-    EXPECT_FALSE(keeps_text(result));
-    for (int i = 0; i < result.get_size(); ++i) {
-        result.set_uvalue_at(i, ~result.get_uvalue_at(i)).set_xmask_at(i, ~result.get_xmask_at(i));
-    }
-    result.force_z().force_wh();
-    EXPECT_EQ(printed(left), printed(row.left));
-    EXPECT_EQ(printed(right), printed(row.right));
-    EXPECT_TRUE(keeps_text(left));
-    EXPECT_TRUE(keeps_text(right));
-}
+using Row = BinaryRow;
 
 void check_both_orders(const Row& row, KVAL_UINTEGER (*operation)(const KVAL_UINTEGER&, const KVAL_UINTEGER&)) {
-    check(row, operation);
-    check({row.name, row.right, row.left, row.want}, operation);
+    check_free(row, operation);
+    check_free(Row{row.name, row.right, row.left, row.want}, operation);
 }
 
 // ---- * ----
@@ -167,7 +144,7 @@ TEST(Divide, GivesTheWidthOfTheDividendRequired) {
         {"by a greater one", from_words(32, {0x80000000}), from_words(32, {kOnes}), "32 bits 00000000"},
         {"zero", from_words(8, {0}), from_words(4, {7}), "8 bits 00000000"},
     };
-    for (const Row& row : rows) check(row, quotient);
+    for (const Row& row : rows) check_free(row, quotient);
 }
 
 TEST(Remainder, GivesTheWidthOfTheDivisorRequired) {
@@ -180,7 +157,7 @@ TEST(Remainder, GivesTheWidthOfTheDivisorRequired) {
         {"32 bits are unsigned", from_words(32, {kOnes}), from_words(32, {0x80000000}), "32 bits 7FFFFFFF"},
         {"zero", from_words(8, {0}), from_words(4, {7}), "4 bits 00000000"},
     };
-    for (const Row& row : rows) check(row, remainder);
+    for (const Row& row : rows) check_free(row, remainder);
 }
 
 TEST(Divide, AZeroDivisorGivesAllXRequired) {
@@ -197,7 +174,7 @@ TEST(Divide, AZeroDivisorGivesAllXRequired) {
         {"other flags are lost", marked(from_words(8, {5}), "L"), marked(zero, "ZH"),
          "8 bits 00000000 x 000000FF flags X"},
     };
-    for (const Row& row : rows) check(row, quotient);
+    for (const Row& row : rows) check_free(row, quotient);
 }
 
 TEST(Remainder, AZeroDivisorGivesAllXRequired) {
@@ -214,28 +191,28 @@ TEST(Remainder, AZeroDivisorGivesAllXRequired) {
         {"other flags are lost", marked(from_words(8, {5}), "L"), marked(zero, "ZH"),
          "3 bits 00000000 x 00000007 flags X"},
     };
-    for (const Row& row : rows) check(row, remainder);
+    for (const Row& row : rows) check_free(row, remainder);
 }
 
 TEST(DivideRemainder, XBitsAndFlagsOfTheOperandsPlayNoPart) {
     const KVAL_UINTEGER dividend = marked(from_words(8, {200}, {0xF0}, true), "Z");
     const KVAL_UINTEGER divisor = marked(from_words(4, {7}, {0x3}, true), "LH");
-    check({"/", dividend, divisor, "8 bits 0000001C"}, quotient);
-    check({"%", dividend, divisor, "4 bits 00000004"}, remainder);
-    check({"/, X divisor", from_words(8, {200}), divisor, "8 bits 0000001C"}, quotient);
-    check({"%, X divisor", from_words(8, {200}), divisor, "4 bits 00000004"}, remainder);
+    check_free({"/", dividend, divisor, "8 bits 0000001C"}, quotient);
+    check_free({"%", dividend, divisor, "4 bits 00000004"}, remainder);
+    check_free({"/, X divisor", from_words(8, {200}), divisor, "8 bits 0000001C"}, quotient);
+    check_free({"%, X divisor", from_words(8, {200}), divisor, "4 bits 00000004"}, remainder);
 }
 
 TEST(DivideRemainder, StrayBitsCountAndTheResultIsTrimmed) {
-    check({"/, dividend", from_words(4, {0xF5}), from_words(4, {1}), "4 bits 00000005"}, quotient);
-    check(
+    check_free({"/, dividend", from_words(4, {0xF5}), from_words(4, {1}), "4 bits 00000005"}, quotient);
+    check_free(
         {"/, divisor that is not zero by them alone", from_words(8, {0x25}), from_words(4, {0x10}), "8 bits 00000002"},
         quotient);
-    check(
+    check_free(
         {"%, divisor that is not zero by them alone", from_words(8, {0x25}), from_words(4, {0x10}), "4 bits 00000005"},
         remainder);
-    check({"%, remainder wider than the divisor", from_words(8, {0x3F}), from_words(4, {0x20}), "4 bits 0000000F"},
-          remainder);
+    check_free({"%, remainder wider than the divisor", from_words(8, {0x3F}), from_words(4, {0x20}), "4 bits 0000000F"},
+               remainder);
 }
 
 TEST(DivideRemainder, OneObjectAsBothOperandsAndAsTheTarget) {

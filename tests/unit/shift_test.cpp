@@ -6,6 +6,7 @@
 #include <new>
 
 #include "kval.h"
+#include "operator_checks.h"
 #include "unit_support.h"
 
 namespace {
@@ -18,38 +19,7 @@ KVAL_UINTEGER& shift_right(KVAL_UINTEGER& v, unsigned count) { return v >>= coun
 KVAL_UINTEGER shifted_left(const KVAL_UINTEGER& v, unsigned count) { return v << count; }
 KVAL_UINTEGER shifted_right(const KVAL_UINTEGER& v, unsigned count) { return v >> count; }
 
-struct Row {
-    const char* name;
-    KVAL_UINTEGER value;
-    unsigned count;
-    const char* want;
-};
-
-// The target is returned and has lost its text.
-void check_in_place(const Row& row, KVAL_UINTEGER& (*operation)(KVAL_UINTEGER&, unsigned)) {
-    SCOPED_TRACE(row.name);
-    KVAL_UINTEGER target(row.value);
-    cache_text(target);
-    EXPECT_EQ(&operation(target, row.count), &target);
-    EXPECT_EQ(printed(target), row.want);
-    EXPECT_FALSE(keeps_text(target));
-}
-
-// The result has no text and shares nothing with the operand, which stays as it is, text included.
-void check_free(const Row& row, KVAL_UINTEGER (*operation)(const KVAL_UINTEGER&, unsigned)) {
-    SCOPED_TRACE(row.name);
-    KVAL_UINTEGER operand(row.value);
-    cache_text(operand);
-    KVAL_UINTEGER result = operation(operand, row.count);
-    EXPECT_EQ(printed(result), row.want);
-    EXPECT_FALSE(keeps_text(result));
-    for (int i = 0; i < result.get_size(); ++i) {
-        result.set_uvalue_at(i, ~result.get_uvalue_at(i)).set_xmask_at(i, ~result.get_xmask_at(i));
-    }
-    result.force_z().force_wh();
-    EXPECT_EQ(printed(operand), printed(row.value));
-    EXPECT_TRUE(keeps_text(operand));
-}
+using Row = NumberRow;
 
 // ---- <<= ----
 
@@ -320,6 +290,9 @@ TEST(ShiftRight, StrayBitsMoveInAndTheRestIsTrimmed) {
         {"compact", from_words(4, {0xF5}, {0x11}), 1, "3 bits 00000002"},
         {"wide", from_words(40, {0, 0x1FF}), 8, "32 bits FF000000"},
         {"wide, word 1", from_words(70, {0, 0, 0xFFF}, {0, 0, 0xF40}), 1, "69 bits 0000001F 80000000 00000000"},
+        {"compact by the width: the bit above comes down", from_words(8, {0x100}, {0x100}), 8,
+         "1 bits 00000001 x 00000001"},
+        {"wide by the width: all goes", from_words(40, {0, 0xFFFFFF00}, {0, 0xFFFFFF00}), 40, "1 bits 00000000"},
     };
     for (const Row& row : rows) check_free(row, shifted_right);
 }
