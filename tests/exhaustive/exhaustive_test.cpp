@@ -1,4 +1,4 @@
-// Every operation on all values of 1 to 4 bits, with all x-masks and both states of flag X, and with bits above the width.
+// Every operation on all values of 1 to 4 bits: all x-masks, both states of flag X, and bits above the width.
 #include <gtest/gtest.h>
 
 #include <algorithm>
