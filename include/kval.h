@@ -135,8 +135,8 @@ class KVAL_UINTEGER {
     //      other base: one expression must not ask for both ----
 
     /// (width + 3) / 4 upper-case digits with leading zeros, "X" for a digit with an X bit; "Z", "L" or "H" where that
-    /// flag is set and the digit has no X, written at the mirrored place. After a hexadecimal parse: the text that was
-    /// parsed.
+    /// flag is set and the digit has no X, written at the mirrored place: a value with X bits and such a flag may print
+    /// a text that ends early. After a hexadecimal parse: the text that was parsed.
     KVAL_API const char* as_hex_string() const;
     /// One character for every bit, as as_hex_string.
     KVAL_API const char* as_bin_string() const;
@@ -435,8 +435,9 @@ KVAL_SINTEGER operator+(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);  ///< T
 KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
 /// The common width; wraps. x-mask and flags of `a`.
 KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
-/// `b` not negative: the width of `a` if a >= b, else that of `b`, with x-mask and flags of `a`. `b` negative: the
-/// width of `a` + 1, with x-mask and flags of `b`. Bits beyond are lost.
+/// `b` not negative: the width of `a` if a >= b, else that of `b`, assigned as a signed value is, so that a result that
+/// must not be negative loses a top bit of 1; x-mask and flags of `a`. `b` negative: the width of `a` + 1, of which the
+/// added bit is no reliable carry; x-mask and flags of `b`. Bits beyond are lost.
 KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 
 /// The full product of the magnitudes, as wide as both operands together, negated when the signs differ; all X when
@@ -451,7 +452,8 @@ KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count);
 
 // Division, for operands of up to 32 bits: else throws a const char*, unless the divisor's low word is 0. Results are
 // as wide as the dividend (quotients) or the divisor (remainders). A zero divisor, and a result out of range, give all
-// X. X bits and flags of the operands play no part.
+// X; the range is tested before the sign and with the divisor's bits, so that some results that would fit are X too.
+// X bits and flags of the operands play no part.
 
 KVAL_SINTEGER operator/(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);  ///< Truncates toward zero.
 KVAL_SINTEGER operator/(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
