@@ -301,10 +301,11 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     /// and the four flags.
     KVAL_SINTEGER& operator=(const KVAL_UINTEGER& other);
     /// Copies bits and x-mask into this value's own width, sign-extended or truncated, and the four flags. A source
-    /// that is not negative never gives a negative target: its sign bit is cleared. Wide: the x-mask word that gets the
-    /// sign is cleared.
+    /// that is not negative never gives a negative target: its sign bit is cleared. A negative source that is cut also
+    /// gets ones in the target's top word from bit (source width % 32) up, unless that is 0. Wide: the x-mask word that
+    /// gets the sign is cleared.
     KVAL_SINTEGER& operator=(const KVAL_SINTEGER& other);
-    /// As copy assignment; a moved-from target takes everything instead.
+    /// As copy assignment; may leave the target's old content in `other`. A moved-from target takes everything instead.
     KVAL_SINTEGER& operator=(KVAL_UINTEGER&& other) noexcept;
     KVAL_SINTEGER& operator=(KVAL_SINTEGER&& other) noexcept;
 
@@ -340,17 +341,16 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     unsigned maximum_positive() const noexcept;
 
     /// Arithmetic shift right, the width stays. A negative value gets its sign filled in from above: exactly where it
-    /// is compact and not of 32 bits, else with more ones than were shifted out. By the width and more: all ones. X
-    /// bits shift unfilled.
+    /// is compact and not of 32 bits, else with more ones than were shifted out. By the width and more, up to
+    /// 2^31 - 1: all ones. X bits shift unfilled.
     KVAL_SINTEGER& operator>>=(unsigned count) noexcept;
 
   private:
     friend struct kval::detail::SignedInternals;
 
     // As the base's: a compact result as it stands, and a wide one whose words the caller writes next.
-    KVAL_SINTEGER(unsigned bits, std::uint32_t value, std::uint32_t mask, unsigned four_state)
-    noexcept : KVAL_UINTEGER(bits, value, mask, four_state) {}
-    KVAL_SINTEGER(unsigned bits, std::size_t words, unsigned four_state) : KVAL_UINTEGER(bits, words, four_state) {}
+    KVAL_SINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width, unsigned state) noexcept;
+    KVAL_SINTEGER(unsigned bit_width, std::size_t words, unsigned state);
 
     KVAL_API void FillOnesWide() noexcept;
     KVAL_API KVAL_SINTEGER& AssignUnsignedWide(const KVAL_UINTEGER& other) noexcept;
@@ -446,20 +446,23 @@ KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
 KVAL_SINTEGER operator*(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 
-/// Narrower by `count` bits, at least 1 bit: floor(a / 2^count). Compact values lose their X bits and flags, wide ones
-/// keep them.
+/// Narrower by `count` bits (the difference read as signed), at least 1 bit: floor(a / 2^count) for counts below the
+/// width. From the width on, a negative value gives a 1-bit -1 without X bits and flags, and a compact one that is not
+/// negative is shifted by `count` modulo 32, untrimmed. Compact values always lose their X bits and flags, wide ones
+/// otherwise keep them.
 KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count);
 
 // Division, for operands of up to 32 bits: else throws a const char*, unless the divisor's low word is 0. Results are
 // as wide as the dividend (quotients) or the divisor (remainders). A zero divisor, and a result out of range, give all
-// X; the range is tested before the sign and with the divisor's bits, so that some results that would fit are X too.
-// X bits and flags of the operands play no part.
+// X; the range is tested before the sign and with the divisor's bits, so that some results that would fit are X too,
+// and a remainder is X whenever its quotient is. posr_div and posr_mod of a negative dividend by an unsigned divisor
+// that leaves a remainder work on the low words and do not throw. X bits and flags of the operands play no part.
 
 KVAL_SINTEGER operator/(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);  ///< Truncates toward zero.
 KVAL_SINTEGER operator/(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER operator/(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
 KVAL_SINTEGER operator%(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);  ///< The sign of the dividend.
-KVAL_SINTEGER operator%(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);  ///< All X whenever the quotient is.
+KVAL_SINTEGER operator%(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);  ///< Never negative.
 KVAL_SINTEGER operator%(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
 /// Euclidean division: a = b * posr_div(a, b) + posr_mod(a, b) with a remainder from 0 to |b| - 1.
 KVAL_SINTEGER posr_div(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
@@ -515,8 +518,9 @@ KVAL_API void kval_srandom(unsigned seed) noexcept;
 /// 128, 256 and 512 bytes of the buffer, however few `bytes` says. Less than 8 bytes, or a null buffer: returns null,
 /// and errno is EINVAL.
 KVAL_API void* kval_initstate(unsigned seed, void* buffer, unsigned long bytes) noexcept;
-/// Continues where the generator left this buffer. Returns the buffer that was in use; null with errno EINVAL, and no
-/// change, where `buffer` is null or does not hold a saved position.
+/// Continues from the position last saved in this buffer, as it is whenever the generator leaves it; so the buffer in
+/// use goes back. Returns the buffer that was in use. Null, with errno EINVAL, where `buffer` is null or holds no saved
+/// position; the generator then goes on as it was.
 KVAL_API void* kval_setstate(void* buffer) noexcept;
 
 // ---- hashes and version ----

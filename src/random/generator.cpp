@@ -105,7 +105,7 @@ struct Generator {
     }
     [[nodiscard]] int following(int index) const { return index + 1 == degree() ? 0 : index + 1; }
 
-    void seed(std::uint32_t seed) {
+    void restart(std::uint32_t seed) {
         State word = seed;
         buffer.set_word(0, word);
         if (type == 0) return;
@@ -133,7 +133,7 @@ void* refuse() {
 
 std::int64_t kval_random() noexcept { return static_cast<std::int64_t>(generator.next()); }
 
-void kval_srandom(unsigned seed) noexcept { generator.seed(seed); }
+void kval_srandom(unsigned seed) noexcept { generator.restart(seed); }
 
 void* kval_initstate(unsigned seed, void* buffer, unsigned long bytes) noexcept {
     void* previous = generator.buffer.start();
@@ -143,7 +143,7 @@ void* kval_initstate(unsigned seed, void* buffer, unsigned long bytes) noexcept 
     while (type + 1 < kTypes && bytes >= kThreshold[static_cast<std::size_t>(type) + 1]) ++type;
     generator.type = type;
     generator.buffer = Buffer(buffer);
-    generator.seed(seed);
+    generator.restart(seed);
     generator.save_position();
     return previous;
 }

@@ -16,9 +16,9 @@ using words::Word;
 class ExtendedWords {
   public:
     ExtendedWords(const KVAL_UINTEGER& v, unsigned width, bool negative)
-        : own_(Internals::Words(v)), size_(word_count(width)), fill_(negative ? ~Word{0} : 0) {
+        : own_(Internals::Words(v)), size_(word_count(width)), plain_(size_), fill_(negative ? ~Word{0} : 0) {
         if (v.bitwidth() == width) return;
-        plain_ = own_.size - 1;
+        plain_ = std::min(own_.size - 1, size_);
         if (negative && v.get_top() != 0) ones_ = OnesFrom(v.get_top());
         top_mask_ = Internals::TopMask(width);
     }
@@ -28,7 +28,7 @@ class ExtendedWords {
     /// The words of the common width.
     [[nodiscard]] std::size_t size() const { return size_; }
     /// How many low words are the stored ones as they are.
-    [[nodiscard]] std::size_t plain() const { return std::min(plain_, size_); }
+    [[nodiscard]] std::size_t plain() const { return plain_; }
     [[nodiscard]] const Word* stored() const { return own_.value; }
 
     [[nodiscard]] Word value(std::size_t i) const {
@@ -47,7 +47,7 @@ class ExtendedWords {
   private:
     Internals::View own_;
     std::size_t size_;
-    std::size_t plain_ = ~std::size_t{0};
+    std::size_t plain_;
     Word ones_ = 0;             // what sign extension adds to the own top word
     Word fill_;                 // the words beyond it
     Word top_mask_ = ~Word{0};  // the used bits of the common top word

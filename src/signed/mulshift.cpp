@@ -23,7 +23,8 @@ class Scratch {
     std::unique_ptr<Word[]> many_;
 };
 
-std::size_t scratch_size(const KVAL_UINTEGER& v, bool negative) { return negative ? word_count(v.bitwidth()) : 0; }
+// By the stored words, of which a moved-from value has one.
+std::size_t scratch_size(const KVAL_UINTEGER& v, bool negative) { return negative ? Internals::Words(v).size : 0; }
 
 // The words of an operand's magnitude: the stored ones where it is not negative, else negated ones in `scratch`.
 Internals::View magnitude(const KVAL_UINTEGER& v, bool negative, Word* scratch) {

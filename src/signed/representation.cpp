@@ -43,6 +43,9 @@ void assign_signed(Word* value, Word* mask, unsigned source_width, bool negative
 
 }  // namespace kval::detail
 
+KVAL_SINTEGER::KVAL_SINTEGER(unsigned bit_width, std::size_t words, unsigned state)
+    : KVAL_UINTEGER(bit_width, words, state) {}
+
 // Deliberate: the top word is not trimmed, so that its bits above the width are ones too.
 void KVAL_SINTEGER::FillOnesWide() noexcept { std::fill_n(uvalue.words + 1, get_size() - 1, ~Word{0}); }
 

@@ -645,6 +645,49 @@ TEST(SignedMove, AMovedFromValueCanBeResizedParsedAndNegated) {
     EXPECT_EQ(shifted.uint(), 0U);
 }
 
+// What operators give for a moved-from value means nothing; but none may crash, throw, or write outside its storage,
+// not even where the value was changed after the move.
+TEST(SignedMove, AChangedMovedFromValueIsSafeInEveryOperator) {
+    const auto left_behind = [](S& v) { const S taken(std::move(v)); };
+    const auto reads_as_a_value = [](const U& v) {
+        S copy(v);
+        return copy.bitwidth(100).bitwidth() == 100 && std::string(copy.as_bin_string()).size() <= 100;
+    };
+    void (*const changes[])(S&) = {
+        [](S&) {},
+        [](S& v) { --v; },
+        [](S& v) { v.force_x(); },
+        [](S& v) { v += 0x80000000U; },
+        [](S& v) { v.randomize(); },
+    };
+    for (const auto change : changes) {
+        for (const unsigned width : {1U, 8U, 32U, 33U, 64U, 100U, 128U, 256U}) {
+            for (const int number : {-3, 5}) {
+                S moved(-1, 40);
+                left_behind(moved);
+                change(moved);
+                const S s(number, width);
+                const U u(static_cast<unsigned>(number), width);
+                for (const S& result :
+                     {moved + s, s + moved, moved - s, s - moved, moved * s, s * moved, moved + u, u + moved, moved - u,
+                      u - moved, moved * u, u * moved, moved * moved, moved >> 1, moved >> 99}) {
+                    EXPECT_TRUE(reads_as_a_value(result)) << width;
+                }
+                EXPECT_NE(moved < s, moved >= s) << width;
+                EXPECT_NE(moved < u, moved >= u) << width;
+                EXPECT_NE(u < moved, u >= moved) << width;
+                EXPECT_EQ(moved == s, s == moved) << width;
+                S target(s);
+                target = moved;
+                EXPECT_EQ(target.bitwidth(), width);
+                moved >>= 3;
+                moved.complement_me();
+                EXPECT_EQ(moved.bitwidth(0).bitwidth(), 1U);
+            }
+        }
+    }
+}
+
 TEST(SignedMove, AssignmentOfAMovedFromValueGivesZero) {
     for (const unsigned width : {8U, 40U}) {
         S source(-1, 40);

@@ -43,6 +43,7 @@ struct Internals {
     static FourState<Word> LowWord(const KVAL_UINTEGER& v) noexcept { return {v.uint(), v.LowMask()}; }
     static Word LowMask(const KVAL_UINTEGER& v) noexcept { return v.LowMask(); }
     static unsigned Flags(const KVAL_UINTEGER& v) noexcept { return v.flags & KVAL_UINTEGER::kFourState; }
+    static unsigned WithoutX(unsigned flags) noexcept { return flags & ~static_cast<unsigned>(KVAL_UINTEGER::kX); }
     static Word TopMask(unsigned width) noexcept { return KVAL_UINTEGER::TopMask(width); }
 
     /// A compact result with its bits as they are.

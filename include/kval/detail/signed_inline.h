@@ -26,7 +26,7 @@ struct Register {
         const std::uint64_t bit = std::uint64_t{1} << (width - 1);
         const std::uint32_t known = mask & static_cast<std::uint32_t>(~bit);
         const bool x_free = known == 0 || width > 32;
-        return {width, top ? value | bit : value & ~bit, known, x_free ? flags & ~1U : flags};
+        return {width, top ? value | bit : value & ~bit, known, x_free ? Internals::WithoutX(flags) : flags};
     }
     /// One bit wider, the new bit set as set_bit() does it.
     Register Widened(bool top) const noexcept { return Register{width + 1, value, mask, flags}.WithTop(top); }
@@ -167,7 +167,7 @@ struct SignedInternals {
         return static_cast<int>(negative ? bits | OnesFrom(width - 1) : bits);
     }
     static Quotient X() noexcept { return {true, 0, 0}; }
-    static Quotient Signed(bool negative, unsigned magnitude, unsigned width) noexcept {
+    static Quotient SignedQuotient(bool negative, unsigned magnitude, unsigned width) noexcept {
         return {false, negative ? 0U - magnitude : magnitude, width};
     }
     static Quotient Divide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
@@ -219,6 +219,10 @@ inline KVAL_SINTEGER::KVAL_SINTEGER(int value, unsigned bit_width)
     : KVAL_UINTEGER(static_cast<unsigned>(value), bit_width) {
     if (value < 0 && !IsCompact()) FillOnesWide();
 }
+
+inline KVAL_SINTEGER::KVAL_SINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width,
+                                    unsigned state) noexcept
+    : KVAL_UINTEGER(value, mask, bit_width, state) {}
 
 inline KVAL_SINTEGER& KVAL_SINTEGER::operator=(const KVAL_UINTEGER& other) {
     if (this == &other) return *this;
@@ -278,7 +282,7 @@ inline KVAL_SINTEGER& KVAL_SINTEGER::bitwidth(unsigned new_width) {
         KVAL_UINTEGER::bitwidth(new_width);
         return *this;
     }
-    if (new_width == width) return *this;
+    if (new_width == width && width != 0) return *this;
     new_width = AtLeastOne(new_width);
     if (!IsCompact() || !KVAL_UINTEGER::IsCompact(static_cast<int>(new_width))) {
         ResizeNegativeWide(new_width);
@@ -479,19 +483,18 @@ inline Quotient SignedInternals::Divide(const KVAL_UINTEGER& a, const KVAL_SINTE
     const unsigned magnitude = a.uint() / b.absolute_value();
     // The magnitude alone decides, even where the quotient will be negative.
     if (magnitude > MaximumPositive(a.bitwidth())) return X();
-    return Signed(b.negative(), magnitude, a.bitwidth());
+    return SignedQuotient(b.negative(), magnitude, a.bitwidth());
 }
 
 inline Quotient SignedInternals::Divide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
     if (b.uint() == 0) return X();
     if (Wide(a, b)) ThrowDivideSignedWidth();
-    return Signed(a.negative(), a.absolute_value() / b.uint(), a.bitwidth());
+    return SignedQuotient(a.negative(), a.absolute_value() / b.uint(), a.bitwidth());
 }
 
 inline Quotient SignedInternals::Remainder(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
     if (b.uint() == 0) return X();
     if (Wide(a, b)) ThrowRemainderWidth();
-    if (a.uint() == a.maximum_negative() && b.signed_value() == -1) return X();
     if (Divide(a, b).is_x) return X();
     // Deliberate: the range is tested with the divisor's bits, not with its magnitude.
     if (OutOfRange(a, a.absolute_value() % b.uint(), b.bitwidth())) return X();
@@ -507,7 +510,7 @@ inline Quotient SignedInternals::Remainder(const KVAL_SINTEGER& a, const KVAL_UI
     if (Divide(a, b).is_x) return X();
     const unsigned magnitude = a.absolute_value() % b.uint();
     if (OutOfRange(a, magnitude, b.bitwidth())) return X();
-    return Signed(a.negative(), magnitude, b.bitwidth());
+    return SignedQuotient(a.negative(), magnitude, b.bitwidth());
 }
 
 inline Quotient SignedInternals::EuclideanQuotient(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
@@ -528,7 +531,7 @@ inline Quotient SignedInternals::EuclideanQuotient(const KVAL_SINTEGER& a, const
     // Deliberate: wide operands pass here, and are divided by their low words.
     const unsigned magnitude = a.absolute_value() / b.uint();
     if (a.maximum_negative() <= magnitude) return X();
-    return Signed(true, magnitude + 1, a.bitwidth());
+    return SignedQuotient(true, magnitude + 1, a.bitwidth());
 }
 
 inline Quotient SignedInternals::EuclideanRemainder(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
