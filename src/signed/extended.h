@@ -5,6 +5,7 @@
 
 #include "kval.h"
 #include "value/storage.h"
+#include "words/fit.h"
 
 namespace kval::detail {
 
@@ -37,9 +38,7 @@ class ExtendedWords {
         return i + 1 == size_ ? word & top_mask_ : word;
     }
     void copy_mask(Word* out) const {
-        const std::size_t both = std::min(own_.size, size_);
-        std::copy_n(own_.mask, both, out);
-        std::fill(out + both, out + size_, Word{0});
+        words::fit(out, size_, own_.mask, own_.size);
         out[size_ - 1] &= top_mask_;
     }
     [[nodiscard]] Word low_mask() const { return own_.mask[0]; }
