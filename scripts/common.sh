@@ -12,6 +12,19 @@ fail() {
     exit 1
 }
 
+# show_progress DONE TOTAL UNIT: how far a long run is and when it will be through, since this script's start. On a
+# terminal the line replaces the one before.
+show_progress() {
+    local line="$1 of $2 $3, $SECONDS s, about $((SECONDS * ($2 - $1) / ($1 > 0 ? $1 : 1))) s left"
+    if [[ ! -t 1 ]]; then
+        printf '%s\n' "$line"
+    elif (($1 < $2)); then
+        printf '\r%s\033[K' "$line"
+    else
+        printf '\r%s\033[K\n' "$line"
+    fi
+}
+
 # quietly LOG COMMAND...: the command's output goes to LOG, and is shown only where the command fails.
 quietly() {
     local log=$1

@@ -1,22 +1,23 @@
 // Planes of single bits: reads that are safe at any position, and the 32 bits of a word to and from a number.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
 namespace model {
 
-using Bits = std::vector<bool>;
+using Bits = std::vector<unsigned char>;  // one 0 or 1 in each: quicker than packed bits
 
 constexpr unsigned kWordBits = 32;
 
 inline bool at(const Bits& plane, std::size_t index) { return index < plane.size() && plane[index]; }
 
 inline unsigned word_at(const Bits& plane, std::size_t index) {
+    const std::size_t first = kWordBits * index;
+    const std::size_t end = std::min(plane.size(), first + kWordBits);
     unsigned word = 0;
-    for (unsigned i = 0; i < kWordBits; ++i) {
-        if (at(plane, kWordBits * index + i)) word |= 1u << i;
-    }
+    for (std::size_t pos = first; pos < end; ++pos) word |= static_cast<unsigned>(plane[pos]) << (pos - first);
     return word;
 }
 
@@ -26,6 +27,10 @@ inline void put_word(Bits& plane, std::size_t index, unsigned word) {
         const std::size_t pos = kWordBits * index + i;
         if (pos < plane.size()) plane[pos] = (word >> i & 1u) != 0;
     }
+}
+
+inline void flip(Bits& plane) {
+    for (auto& bit : plane) bit = bit == 0;
 }
 
 inline Bits bits_of(unsigned number) {

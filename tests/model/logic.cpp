@@ -31,7 +31,7 @@ Bit and_rule(Bit l, Bit r) { return {known_one(l) && known_one(r), (known_one(l)
 
 Bit or_rule(Bit l, Bit r) { return {known_one(l) || known_one(r), (l.x && !known_one(r)) || (r.x && !known_one(l))}; }
 
-Bit load(const Value& v, std::size_t i) { return {v.value[i], v.mask[i]}; }
+Bit load(const Value& v, std::size_t i) { return {v.value[i] != 0, v.mask[i] != 0}; }
 
 void store(Value& v, std::size_t i, Bit b) {
     v.value[i] = b.value;
@@ -97,7 +97,7 @@ Value bit_xor(const Value& l, const Value& r) {
 
 Value bit_not(const Value& v) {
     Value result = copy(v);
-    result.value.flip();
+    flip(result.value);
     enforce_width(result);
     return result;
 }

@@ -16,8 +16,8 @@ enum class Text { None, Hexadecimal, Binary };
 // one word, a wider one (width + 31) / 32 words.
 struct Value {
     unsigned width = 1;
-    std::vector<bool> value;
-    std::vector<bool> mask;
+    std::vector<unsigned char> value;  // one 0 or 1 in each
+    std::vector<unsigned char> mask;
     bool x = false;
     bool z = false;
     bool wl = false;

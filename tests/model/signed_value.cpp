@@ -83,7 +83,7 @@ void resize(Value& target, unsigned width) {
 
 // The marks and the flags stay as they are.
 void complement_me(Value& target) {
-    target.value.flip();
+    flip(target.value);
     enforce_width(target);
     increment(target);
 }

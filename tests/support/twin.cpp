@@ -2,6 +2,7 @@
 #include "twin.h"
 
 #include <cstddef>
+#include <cstring>
 #include <iomanip>
 #include <sstream>
 
@@ -33,7 +34,7 @@ std::string request(model::Value& value, Text kind) {
 }
 
 void cache_odd_text(model::Value& value, Text kind) {
-    const std::vector<bool> mask = value.mask;
+    const std::vector<unsigned char> mask = value.mask;
     value.mask.assign(mask.size(), odd_mask(value.mask_word(0), value.width, kind) != 0);
     request(value, kind);
     value.mask = mask;
@@ -152,11 +153,12 @@ void cache_odd_text(KVAL_UINTEGER& value, Text kind) {
 }
 
 void parse(Twin& target, const std::string& text, Text kind) {
+    const std::vector<char> block(text.c_str(), text.c_str() + std::strlen(text.c_str()) + 1);
     if (kind == Text::Binary) {
-        target.value.set_value_from_bin_string(text.c_str());
+        target.value.set_value_from_bin_string(block.data());
         model::set_value_from_bin_string(target.model, text);
     } else {
-        target.value.set_value_from_hex_string(text.c_str());
+        target.value.set_value_from_hex_string(block.data());
         model::set_value_from_hex_string(target.model, text);
     }
 }
