@@ -1,6 +1,5 @@
 // Multiplication of wide values, and the messages of division and remainder, which are compact only.
 #include <algorithm>
-#include <cstdio>
 
 #include "kval.h"
 #include "value/storage.h"
@@ -8,11 +7,9 @@
 
 namespace {
 
-// A message that outlives its throw: formatted once, into storage of its own.
-struct Message {
-    explicit Message(const char* format) { std::snprintf(text, sizeof text, format, 32); }
-    char text[96];
-};
+// Thrown as char*, so that they cannot be constants.
+char divide_width[] = "KVAL_UINTEGER operator / only supports division between 32 bit KVAL_UINTEGERs";
+char remainder_width[] = "KVAL_UINTEGER operator % only supports division between 32 bit KVAL_UINTEGERs";
 
 }  // namespace
 
@@ -39,14 +36,8 @@ KVAL_UINTEGER Internals::MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
     return result;
 }
 
-void Internals::ThrowDivideWidth() {
-    static Message message("KVAL_UINTEGER operator / only supports division between %d bit KVAL_UINTEGERs");
-    throw static_cast<char*>(message.text);
-}
+void Internals::ThrowDivideWidth() { throw static_cast<char*>(divide_width); }
 
-void Internals::ThrowRemainderWidth() {
-    static Message message("KVAL_UINTEGER operator %% only supports division between %d bit KVAL_UINTEGERs");
-    throw static_cast<char*>(message.text);
-}
+void Internals::ThrowRemainderWidth() { throw static_cast<char*>(remainder_width); }
 
 }  // namespace kval::detail

@@ -20,7 +20,7 @@ constexpr State kSeedingFactor = 1103515145;  // deliberate: another factor fill
 constexpr State kIncrement = 12345;
 
 // Signed 32-bit values, stored sign-extended. Fixed data: no seed gives them.
-constexpr State initial(std::uint32_t word) { return static_cast<State>(static_cast<std::int32_t>(word)); }
+consteval State initial(std::uint32_t word) { return static_cast<State>(static_cast<std::int32_t>(word)); }
 
 // The saved position, then the state.
 constinit State initial_table[32] = {

@@ -22,7 +22,7 @@ KVAL_UINTEGER& KVAL_UINTEGER::randomize() noexcept {
 KVAL_UINTEGER& KVAL_UINTEGER::randomize(int count) {
     if (static_cast<unsigned>(count) > width) return *this;  // a negative count too
     Word one_word = 0;
-    const std::unique_ptr<Word[]> many(IsCompact() ? nullptr : new Word[kval::word_count(width)]());
+    const std::unique_ptr<Word[]> many = IsCompact() ? nullptr : std::make_unique<Word[]>(kval::word_count(width));
     Word* drawn = many ? many.get() : &one_word;
     for (int rest = count; rest > 0;) {
         const auto position = static_cast<unsigned>(std::rand() % count);

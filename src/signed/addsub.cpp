@@ -202,13 +202,10 @@ KVAL_SINTEGER SignedInternals::SumWithMagnitude(unsigned result_width, unsigned 
         return sum;
     }
     Ends ends;
-    const bool carry = add_words(0, a, magnitude, false, [&ends](std::size_t i, Word word) { ends.put(i, word); });
-    // The top word with its carry: the sum grows when it reaches the bit above the width, or carries out of the word.
-    const DoubleWord top = DoubleWord{carry} << words::kWordBits | ends.top;
-    const unsigned sign = (width - 1) % words::kWordBits;
-    const unsigned grown = carry || (top >> (sign + 1) & 1U) != 0 ? 1 : 0;
-    const bool negative = (top >> (sign + grown) & 1U) != 0;
-    return Result(result_width, Assigned({ends.low, b.low_mask()}, width + grown, negative, result_width), flags);
+    add_words(0, a, magnitude, false, [&ends](std::size_t i, Word word) { ends.put(i, word); });
+    // The sum fits: the magnitude is half of its range at most, and a compact number is less than the other half.
+    const bool negative = (ends.top >> ((width - 1) % words::kWordBits) & 1U) != 0;
+    return Result(result_width, Assigned({ends.low, b.low_mask()}, width, negative, result_width), flags);
 }
 
 }  // namespace kval::detail

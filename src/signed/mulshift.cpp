@@ -14,7 +14,7 @@ namespace {
 // Room for the words of magnitudes: on the stack while they are few, else in the one temporary array of a product.
 class Scratch {
   public:
-    explicit Scratch(std::size_t size) : many_(size > kFew ? new Word[size] : nullptr) {}
+    explicit Scratch(std::size_t size) : many_(size > kFew ? std::make_unique_for_overwrite<Word[]>(size) : nullptr) {}
     Word* words() { return many_ ? many_.get() : few_; }
 
   private:

@@ -1,5 +1,6 @@
 // Construction, copying, assignment, resizing and release of wide values.
 #include <algorithm>
+#include <memory>
 
 #include "kval.h"
 #include "value/storage.h"
@@ -90,7 +91,7 @@ void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
         uvalue.words = grown.value;
         xmask.words = grown.mask;
         capacity = static_cast<std::uint32_t>(size);
-    } else if (!IsCompact() && IsCompact(static_cast<int>(new_width))) {
+    } else if (IsCompact(static_cast<int>(new_width))) {
         const Word value = old.value[0];
         const Word mask = old.mask[0];
         DeleteData();
@@ -102,7 +103,7 @@ void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
 }
 
 void KVAL_UINTEGER::ReleaseText() noexcept {
-    delete[] text_cache;
+    const std::unique_ptr<char[]> released(text_cache);
     text_cache = nullptr;
 }
 

@@ -7,9 +7,9 @@
 namespace kval {
 
 Planes allocate_planes(std::size_t size) {
-    std::unique_ptr<words::Word[]> value(new words::Word[size]);
-    words::Word* mask = new words::Word[size];
-    return {value.release(), mask};
+    auto value = std::make_unique_for_overwrite<words::Word[]>(size);
+    auto mask = std::make_unique_for_overwrite<words::Word[]>(size);
+    return {value.release(), mask.release()};
 }
 
 void check_width(std::size_t width) {
