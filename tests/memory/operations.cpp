@@ -23,6 +23,9 @@ void drop_texts(Operands& o) {
     o.right.DeleteString();
 }
 
+// Changes drop the text.
+void set_some_x(Operands& o) { o.left.set_x(0).set_x(static_cast<int>(o.left.bitwidth() / 2)); }
+
 // ---- themes ----
 
 Operations construction(unsigned l, unsigned) {
@@ -61,6 +64,7 @@ Operations resizing(unsigned l, unsigned r) {
     return {
         {"resize", growth(l, r), [r](Operands& o) { o.left.bitwidth(r); }},
         {"resize to 1 bit", 0, [](Operands& o) { o.left.bitwidth(1); }},
+        {"resize to 0 bits", 0, [](Operands& o) { o.left.bitwidth(0); }},
         {"resize a moved-from value", arrays(r), [r](Operands& o) { o.left.bitwidth(r); }, move_left_away},
         {"resize a value with spare words", growth(l, r), [r](Operands& o) { o.left.bitwidth(r); },
          [l](Operands& o) { o.left.bitwidth(l + 100).bitwidth(l); }},
@@ -119,6 +123,9 @@ Operations arithmetic(unsigned l, unsigned r) {
         table.push_back({"%", 0, giving([](Operands& o) { return o.left % o.right; })});
         table.push_back({"/ by zero", 0, giving([](Operands& o) { return o.left / o.right; }), zero_both});
         table.push_back({"% by zero", 0, giving([](Operands& o) { return o.left % o.right; }), zero_both});
+    } else {
+        table.push_back({"/ that throws", 0, throwing([](Operands& o) { return o.left / o.right; })});
+        table.push_back({"% that throws", 0, throwing([](Operands& o) { return o.left % o.right; })});
     }
     return table;
 }
@@ -164,12 +171,59 @@ void read(Operands& o) {
     }
 }
 
+// A moved-from operand gives results that mean nothing, safely.
+Operations moved_from(unsigned, unsigned) {
+    const struct {
+        const char* name;
+        std::function<void(Operands&)> prepare;
+    } cases[] = {{", left moved-from", move_left_away},
+                 {", right moved-from", [](Operands& o) { move_away(o.right); }},
+                 {", both moved-from", [](Operands& o) {
+                      move_away(o.left);
+                      move_away(o.right);
+                  }}};
+    const auto nothing = [](Operands&) {};
+    const Operation rows[] = {
+        {"&", kArraysOfResult, giving([](Operands& o) { return o.left & o.right; })},
+        {"|", kArraysOfResult, giving([](Operands& o) { return o.left | o.right; })},
+        {"^", kArraysOfResult, giving([](Operands& o) { return o.left ^ o.right; })},
+        {"~", kArraysOfResult, giving([](Operands& o) { return ~o.left; })},
+        {"+", kArraysOfResult, giving([](Operands& o) { return o.left + o.right; })},
+        {"-", kArraysOfResult, giving([](Operands& o) { return o.left - o.right; })},
+        {"*", kArraysOfResult, giving([](Operands& o) { return o.left * o.right; }), nothing, 1},
+        {"<< 33", kArraysOfResult, giving([](Operands& o) { return o.left << 33U; })},
+        {">> 33", kArraysOfResult, giving([](Operands& o) { return o.left >> 33U; })},
+        {"copy shifted left by 33", kArraysOfResult, [](Operands& o) { o.result.emplace(o.left, 33, true); }},
+        {"copy shifted right by 33", kArraysOfResult, [](Operands& o) { o.result.emplace(o.left, 33, false); }},
+        {"&=", 0, [](Operands& o) { o.left &= o.right; }},
+        {"|=", 0, [](Operands& o) { o.left |= o.right; }},
+        {"+=", 0, [](Operands& o) { o.left += o.right; }},
+        {"+= number", 0, [](Operands& o) { o.left += 1U; }},
+        {"-=", 0, [](Operands& o) { o.left -= o.right; }},
+        {"-= number", 0, [](Operands& o) { o.left -= 1U; }},
+        {"<<= 33", 0, [](Operands& o) { o.left <<= 33U; }},
+        {">>= 33", 0, [](Operands& o) { o.left >>= 33U; }},
+        {"++", 0, [](Operands& o) { ++o.left; }},
+        {"--", 0, [](Operands& o) { --o.left; }},
+        {"comparisons", 0, compare},
+        {"comparisons with a number", 0, compare_with_number},
+    };
+    Operations table;
+    for (const auto& [name, prepare] : cases) {
+        for (const Operation& row : rows)
+            table.push_back({row.name + name, row.allocations, row.run, prepare, row.temporaries});
+    }
+    return table;
+}
+
 Operations access(unsigned l, unsigned) {
     const int top = static_cast<int>(l) - 1;
     return {
         {"comparisons", 0, compare},
         {"comparisons with a number", 0, compare_with_number},
         {"hash", 0, [](Operands& o) { o.answer = o.left.get_hash(0) ^ o.left.get_hash(20); }},
+        {"hashes of a number and of bytes", 0,
+         [](Operands& o) { o.answer = twang_uinthash(7) ^ static_cast<unsigned>(one_at_a_time("bytes", 5)); }},
         {"readers", 0, read},
         {"set_bit", 0, [top](Operands& o) { o.left.set_bit(0, 1).set_bit(top, 1); }},
         {"set_bit at the width", 0, [top](Operands& o) { o.left.set_bit(top + 1, 1).EnforceWidth(); }},
@@ -199,6 +253,8 @@ Operations text(unsigned l, unsigned r) {
     return {
         {"first hexadecimal text", 1, [](Operands& o) { o.left.as_hex_string(); }, drop_texts},
         {"first binary text", 1, [](Operands& o) { o.left.as_bin_string(); }, drop_texts},
+        {"hexadecimal text with X digits", 1, [](Operands& o) { o.left.as_hex_string(); }, set_some_x},
+        {"binary text with X digits", 1, [](Operands& o) { o.left.as_bin_string(); }, set_some_x},
         {"second hexadecimal text", 0, [](Operands& o) { o.left.as_hex_string(); }},
         {"second binary text", 0, [](Operands& o) { o.right.as_bin_string(); }},
         {"binary text in place of hexadecimal", 1, [](Operands& o) { o.left.as_bin_string(); }},
@@ -212,6 +268,8 @@ Operations text(unsigned l, unsigned r) {
          [unknown](Operands& o) { o.left.set_value_from_bin_string(unknown.c_str()); }},
         {"hexadecimal parse of the empty text", 1, [](Operands& o) { o.left.set_value_from_hex_string(""); }},
         {"binary parse of the empty text", 1, [](Operands& o) { o.left.set_value_from_bin_string(""); }},
+        {"hexadecimal parse of null", 1, [](Operands& o) { o.left.set_value_from_hex_string(nullptr); }},
+        {"binary parse of null", 1, [](Operands& o) { o.left.set_value_from_bin_string(nullptr); }},
         {"hexadecimal parse of its own text", 1,
          [](Operands& o) { o.left.set_value_from_hex_string(o.left.as_hex_string()); }},
         {"binary parse of its own text", 1,
@@ -223,11 +281,21 @@ Operations text(unsigned l, unsigned r) {
     };
 }
 
+void draw_from_two_streams(Operands& o) {
+    char buffer[256];
+    void* standard = kval_initstate(7, buffer, 128);
+    o.answer = static_cast<unsigned>(kval_random());
+    kval_setstate(standard);
+    kval_srandom(8);
+    o.answer ^= static_cast<unsigned>(kval_random());
+}
+
 Operations random_bits(unsigned l, unsigned) {
     const std::size_t bitmap = l > 32 ? 1 : 0;
     Operations table{{"randomize", 0, [](Operands& o) { o.left.randomize(); }, [](Operands&) { kval_srandom(1); }},
                      {"randomize a signed value", 0, [](Operands& o) { o.signed_left.randomize(); },
-                      [](Operands&) { kval_srandom(1); }}};
+                      [](Operands&) { kval_srandom(1); }},
+                     {"the generator", 0, draw_from_two_streams}};
     const int width = static_cast<int>(l);
     for (const int count : {0, 1, width / 2, width, width + 1, -1}) {
         const std::string bits = "randomize " + std::to_string(count) + " bits";
@@ -270,7 +338,8 @@ std::size_t stated_allocations(const Operation& operation, const Operands& opera
 std::vector<Theme> allocating_themes() {
     std::vector<Theme> themes{
         {"construction", construction}, {"assignment", assignment}, {"resizing", resizing}, {"logic", logic},
-        {"arithmetic", arithmetic},     {"shifts", shifts},         {"text", text},         {"random", random_bits}};
+        {"arithmetic", arithmetic},     {"shifts", shifts},         {"text", text},         {"random", random_bits},
+        {"moved_from", moved_from}};
     for (const Theme& theme : allocating_signed_themes()) themes.push_back(theme);
     return themes;
 }

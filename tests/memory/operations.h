@@ -67,12 +67,13 @@ Outcome observe(const Operands& operands);
 bool operator==(const Outcome& a, const Outcome& b);
 std::ostream& operator<<(std::ostream& out, const Outcome& outcome);
 
-/// Calls visit(operation, prepare, name) for every operation of the theme, every pair of the widths, and known and
-/// unknown bits; `prepare()` gives operands that are ready for the operation, `name` says what it is done on.
+/// Calls visit(operation, prepare, name) for every operation of the theme, every left width with every right one, and
+/// known and unknown bits; `prepare()` gives operands that are ready for the operation, `name` says what it is done on.
 template <typename Visit>
-void for_each_operation(const Theme& theme, const std::vector<unsigned>& widths, Visit visit) {
-    for (const unsigned left : widths) {
-        for (const unsigned right : widths) {
+void for_each_operation(const Theme& theme, const std::vector<unsigned>& left_widths,
+                        const std::vector<unsigned>& right_widths, Visit visit) {
+    for (const unsigned left : left_widths) {
+        for (const unsigned right : right_widths) {
             const std::string on = ", " + std::to_string(left) + " and " + std::to_string(right) + " bits";
             for (const Operation& operation : theme.operations(left, right)) {
                 for (const Bits bits : {Bits::Known, Bits::Unknown}) {
@@ -83,4 +84,10 @@ void for_each_operation(const Theme& theme, const std::vector<unsigned>& widths,
             }
         }
     }
+}
+
+/// The same for every pair of the widths.
+template <typename Visit>
+void for_each_operation(const Theme& theme, const std::vector<unsigned>& widths, Visit visit) {
+    for_each_operation(theme, widths, widths, visit);
 }

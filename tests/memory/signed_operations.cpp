@@ -1,6 +1,5 @@
 // The tables of operations on signed values, and on signed and unsigned values together.
 #include <algorithm>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -265,18 +264,6 @@ void clear_dividends(Operands& o) {
     fill(o.signed_left, 0);
 }
 
-template <typename Divide>
-Run throwing(Divide divide) {
-    return [divide](Operands& o) {
-        try {
-            divide(o);
-        } catch (const char*) {
-            return;
-        }
-        throw std::logic_error("wide operands were divided");
-    };
-}
-
 Operations division(unsigned l, unsigned r) {
     Operations table;
     for (const auto& division : kDivisions) {
@@ -306,29 +293,41 @@ Operations division(unsigned l, unsigned r) {
 // What signed operands have from the unsigned class.
 Operations inherited(unsigned l, unsigned r) {
     const std::size_t wider = arrays(std::max(l, r));
-    const Operation rows[] = {
+    const std::string binary(r, '1');
+    const std::string hexadecimal((r + 3) / 4, 'b');
+    const auto digits = static_cast<unsigned>(hexadecimal.size());
+    const Operation between_two[] = {
         {"&", wider, giving([](Operands& o) { return o.signed_left & o.signed_right; })},
         {"|", wider, giving([](Operands& o) { return o.signed_left | o.signed_right; })},
         {"^", wider, giving([](Operands& o) { return o.signed_left ^ o.signed_right; })},
-        {"~", arrays(l), giving([](Operands& o) { return ~o.signed_left; })},
-        {"<< 1", arrays(l + 1), giving([](Operands& o) { return o.signed_left << 1U; })},
         {"&=", 0, [](Operands& o) { o.signed_left &= o.signed_right; }},
         {"|=", 0, [](Operands& o) { o.signed_left |= o.signed_right; }},
         {"+=", 0, [](Operands& o) { o.signed_left += o.signed_right; }},
         {"-=", 0, [](Operands& o) { o.signed_left -= o.signed_right; }},
+    };
+    const Operation of_one[] = {
+        {"~", arrays(l), giving([](Operands& o) { return ~o.signed_left; })},
+        {"<< 1", arrays(l + 1), giving([](Operands& o) { return o.signed_left << 1U; })},
+        {"<< 33", arrays(l + 33), giving([](Operands& o) { return o.signed_left << 33U; })},
+        {"copy shifted left by 33", arrays(l + 33), [](Operands& o) { o.result.emplace(o.signed_left, 33, true); }},
+        {"copy shifted right by 33", arrays(l), [](Operands& o) { o.result.emplace(o.signed_left, 33, false); }},
+        {"<<= 1", 0, [](Operands& o) { o.signed_left <<= 1U; }},
+        {"<<= 33", 0, [](Operands& o) { o.signed_left <<= 33U; }},
         {"+= number", 0, [](Operands& o) { o.signed_left += 0xFFFFFFFFU; }},
         {"-= number", 0, [](Operands& o) { o.signed_left -= 0xFFFFFFFFU; }},
-        {"<<=", 0, [](Operands& o) { o.signed_left <<= 33U; }},
         {"++", 0, [](Operands& o) { ++o.signed_left; }},
         {"--", 0, [](Operands& o) { --o.signed_left; }},
+        {"binary text in place of hexadecimal", 1, [](Operands& o) { o.signed_left.as_bin_string(); }},
+        {"binary parse", 1 + growth(l, r),
+         [binary](Operands& o) { o.signed_left.set_value_from_bin_string(binary.c_str()); }},
+        {"hexadecimal parse", 1 + growth(l, digits * 4),
+         [hexadecimal](Operands& o) { o.signed_left.set_value_from_hex_string(hexadecimal.c_str()); }},
     };
     Operations table;
-    for (const Operation& row : rows) add_for_every_right_kind(table, row);
-    add_for_every_kind(table,
-                       {"binary text in place of hexadecimal", 1, [](Operands& o) { o.signed_left.as_bin_string(); }});
-    const std::string binary(r, '1');
-    add_for_every_kind(table, {"binary parse", 1 + growth(l, r),
-                               [binary](Operands& o) { o.signed_left.set_value_from_bin_string(binary.c_str()); }});
+    for (const Operation& row : between_two) add_for_every_right_kind(table, row);
+    for (const Operation& row : of_one) add_for_every_kind(table, row);
+    add_for_every_right_kind(
+        table, {"hexadecimal text in place of binary", 1, [](Operands& o) { o.signed_right.as_hex_string(); }});
     return table;
 }
 
@@ -357,13 +356,55 @@ void read(Operands& o) {
     o.answer = o.answer * 4 + v.positive() * 2U + v.negative();
 }
 
+// A moved-from operand gives results that mean nothing, safely.
+Operations moved_from(unsigned, unsigned) {
+    const struct {
+        const char* name;
+        std::function<void(Operands&)> prepare;
+    } cases[] = {{", left moved-from", move_left_away},
+                 {", right moved-from", move_right_away},
+                 {", both moved-from", [](Operands& o) {
+                      move_left_away(o);
+                      move_right_away(o);
+                  }}};
+    const auto nothing = [](Operands&) {};
+    const Operation rows[] = {
+        {"S + S", kArraysOfResult, giving([](Operands& o) { return o.signed_left + o.signed_right; })},
+        {"S + U", kArraysOfResult, giving([](Operands& o) { return o.signed_left + o.right; })},
+        {"U + S", kArraysOfResult, giving([](Operands& o) { return o.left + o.signed_right; })},
+        {"S - S", kArraysOfResult, giving([](Operands& o) { return o.signed_left - o.signed_right; })},
+        {"S - U", kArraysOfResult, giving([](Operands& o) { return o.signed_left - o.right; })},
+        {"U - S", kArraysOfResult, giving([](Operands& o) { return o.left - o.signed_right; })},
+        {"S * S", kArraysOfResult, giving([](Operands& o) { return o.signed_left * o.signed_right; }), nothing, 1},
+        {"S * U", kArraysOfResult, giving([](Operands& o) { return o.signed_left * o.right; }), nothing, 1},
+        {"U * S", kArraysOfResult, giving([](Operands& o) { return o.left * o.signed_right; }), nothing, 1},
+        {"twos_complement", kArraysOfResult, giving([](Operands& o) { return o.signed_left.twos_complement(); })},
+        {"complement_me", 0, [](Operands& o) { o.signed_left.complement_me(); }},
+        {">> 33", kArraysOfResult, giving([](Operands& o) { return o.signed_left >> 33U; })},
+        {">>= 33", 0, [](Operands& o) { o.signed_left >>= 33U; }},
+        {"comparisons", 0, compare_all},
+        {"readers", 0, read},
+    };
+    Operations table;
+    for (const auto& [name, prepare] : cases) {
+        for (const Operation& row : rows)
+            table.push_back({row.name + name, row.allocations, row.run, prepare, row.temporaries});
+    }
+    for (const auto& division : kDivisions) {
+        table.push_back({std::string(division.name) + ", right moved-from", kArraysOfResult, giving(division.divide),
+                         move_right_away});
+    }
+    return table;
+}
+
 }  // namespace
 
 std::vector<Theme> allocating_signed_themes() {
     return {{"signed_construction", construction}, {"signed_assignment", assignment},
             {"signed_resizing", resizing},         {"signed_sums", sums},
             {"signed_products", products},         {"signed_shifts", shifts},
-            {"signed_division", division},         {"signed_inherited", inherited}};
+            {"signed_division", division},         {"signed_inherited", inherited},
+            {"signed_moved_from", moved_from}};
 }
 
 Operations signed_access(unsigned, unsigned) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -33,6 +34,19 @@ inline void make_texts(Operands& o) {
 template <typename Make>
 Run giving(Make make) {
     return [make](Operands& o) { o.result.emplace(make(o)); };
+}
+
+/// An operation that throws the message of divisions, which are for operands of up to 32 bits.
+template <typename Divide>
+Run throwing(Divide divide) {
+    return [divide](Operands& o) {
+        try {
+            divide(o);
+        } catch (const char*) {
+            return;
+        }
+        throw std::logic_error("wide operands were divided");
+    };
 }
 
 std::vector<Theme> allocating_signed_themes();
