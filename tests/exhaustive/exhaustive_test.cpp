@@ -1,4 +1,5 @@
 // Every operation on all values of 1 to 4 bits: all x-masks, both states of flag X, and bits above the width.
+// KVAL_MAX_WIDTH=n in the environment ends at n bits.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "support/agree.h"
+#include "support/environment.h"
 #include "support/operations.h"
 #include "support/twin.h"
 
@@ -19,17 +21,20 @@ using twin::Content;
 using twin::Text;
 using twin::Twin;
 
-// Values of up to kMaxFlaggedWidth come with every combination of Z, weak low and weak high too.
 #ifdef KVAL_SANITIZED
-constexpr unsigned kMaxWidth = 3;
-constexpr unsigned kMaxFlaggedWidth = 1;
+constexpr unsigned kDefaultMaxWidth = 3;
 #else
-constexpr unsigned kMaxWidth = 4;
-constexpr unsigned kMaxFlaggedWidth = 2;
+constexpr unsigned kDefaultMaxWidth = 4;
 #endif
 
+unsigned max_width() {
+    static const auto width = static_cast<unsigned>(twin::number_from("KVAL_MAX_WIDTH", kDefaultMaxWidth));
+    return width;
+}
+
+// Values of up to half that width come with every combination of Z, weak low and weak high too.
 std::vector<std::string> flag_sets(unsigned width) {
-    if (width > kMaxFlaggedWidth) return {"", "X"};
+    if (width > max_width() / 2) return {"", "X"};
     std::vector<std::string> sets = {""};
     for (const char letter : {'X', 'Z', 'L', 'H'}) {
         const std::size_t without = sets.size();
@@ -40,7 +45,7 @@ std::vector<std::string> flag_sets(unsigned width) {
 
 std::vector<Twin> all_values(Text text) {
     std::vector<Twin> values;
-    for (unsigned width = 1; width <= kMaxWidth; ++width) {
+    for (unsigned width = 1; width <= max_width(); ++width) {
         for (unsigned word = 0; word >> width == 0; ++word) {
             for (unsigned mask = 0; mask >> width == 0; ++mask) {
                 for (const std::string& flags : flag_sets(width)) {

@@ -4,10 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <iostream>
 #include <random>
 #include <string>
+
+#include "support/environment.h"
 
 namespace {
 
@@ -16,21 +17,6 @@ constexpr unsigned kDefaultPairs = 10'000;
 #else
 constexpr unsigned kDefaultPairs = 100'000;
 #endif
-
-// A number from the environment, or `otherwise` where the variable is not set. Anything else in it ends the program: a
-// run that was meant to be a replay must not quietly be another one.
-std::uint64_t number_from(const char* variable, std::uint64_t otherwise) {
-    const char* text = std::getenv(variable);
-    if (text == nullptr) return otherwise;
-    char* end = nullptr;
-    errno = 0;
-    const std::uint64_t number = std::strtoull(text, &end, 10);
-    if (errno != 0 || *text < '0' || *text > '9' || *end != '\0') {
-        std::cerr << variable << " is not a number: " << text << '\n';
-        std::exit(EXIT_FAILURE);
-    }
-    return number;
-}
 
 std::uint64_t fresh_seed() {
     std::random_device device;
@@ -52,12 +38,12 @@ class Announcement : public testing::Environment {
 }  // namespace
 
 std::uint64_t run_seed() {
-    static const std::uint64_t seed = number_from("KVAL_SEED", fresh_seed());
+    static const std::uint64_t seed = twin::number_from("KVAL_SEED", fresh_seed());
     return seed;
 }
 
 unsigned run_pairs() {
-    static const auto pairs = static_cast<unsigned>(number_from("KVAL_PAIRS", kDefaultPairs));
+    static const auto pairs = static_cast<unsigned>(twin::number_from("KVAL_PAIRS", kDefaultPairs));
     return pairs;
 }
 
