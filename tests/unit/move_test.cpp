@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <string>
 #include <type_traits>
@@ -157,6 +159,23 @@ TEST(MovedFrom, TextOfTheFormerLifeIsGone) {
     EXPECT_FALSE(keeps_text(v));
 }
 
+// The text of a moved-from value is empty. Where the next assignment kept it, the new digits would not show.
+TEST(MovedFrom, AnEmptyTextThatWasAskedForIsGoneWithTheNextAssignment) {
+    for (const KVAL_UINTEGER& shape : shapes()) {
+        SCOPED_TRACE(printed(shape));
+        const std::string digits = KVAL_UINTEGER(shape).as_hex_string();
+        KVAL_UINTEGER copied_to(0, 8);
+        EXPECT_STREQ(move_out_of(copied_to).as_hex_string(), "");
+        copied_to = shape;
+        EXPECT_EQ(copied_to.as_hex_string(), digits);
+
+        KVAL_UINTEGER moved_to(0, 8);
+        EXPECT_STREQ(move_out_of(moved_to).as_hex_string(), "");
+        moved_to = KVAL_UINTEGER(shape);
+        EXPECT_EQ(moved_to.as_hex_string(), digits);
+    }
+}
+
 TEST(MovedFrom, ResizingGivesZeroInThatWidth) {
     const struct {
         unsigned former;
@@ -226,6 +245,20 @@ TEST(MoveAssign, ToALiveTargetIsAsCopyAssignment) {
             source = 1U;
             EXPECT_EQ(printed(source), printed(KVAL_UINTEGER(1, shape.bitwidth())));
             EXPECT_EQ(printed(moved_to), printed(copied_to)) << "nothing is shared with the source";
+        }
+    }
+}
+
+// The source may get the target's old words, but a text is nobody's but the value's that made it.
+TEST(MoveAssign, TheSourceNeverGetsTheTargetsText) {
+    for (const KVAL_UINTEGER& target : shapes()) {
+        for (const KVAL_UINTEGER& shape : shapes()) {
+            SCOPED_TRACE(printed(target) + " = " + printed(shape));
+            KVAL_UINTEGER moved_to(target);
+            cache_text(moved_to);
+            KVAL_UINTEGER source(shape);
+            moved_to = std::move(source);
+            EXPECT_FALSE(keeps_text(source));
         }
     }
 }
@@ -354,6 +387,31 @@ TEST(Swap, CapacityChangesHandsWithTheArrays) {
     swap(a, b);
     EXPECT_EQ(printed(a.bitwidth(128)), "128 bits 00000000 00000000 00000006 00000005");
     EXPECT_EQ(printed(b.bitwidth(128)), "128 bits 00000000 00000000 00000002 00000001");
+}
+
+// The field stands at byte 36: the layout is part of the binary interface.
+std::uint32_t capacity(const KVAL_UINTEGER& v) {
+    std::uint32_t words = 0;
+    std::memcpy(&words, reinterpret_cast<const char*>(&v) + 36, sizeof words);
+    return words;
+}
+
+TEST(Capacity, IsTheLengthOfTheArraysOfAWideValue) {
+    KVAL_UINTEGER a(0, 128);
+    EXPECT_EQ(capacity(a), 4U);
+    a.bitwidth(40);
+    EXPECT_EQ(capacity(a), 4U) << "a value that shrinks keeps its arrays";
+    const KVAL_UINTEGER copy(a);
+    EXPECT_EQ(capacity(copy), 2U);
+    KVAL_UINTEGER moved_to(std::move(a));
+    EXPECT_EQ(capacity(moved_to), 4U) << "the arrays are those of the source";
+    KVAL_UINTEGER b(0, 64);
+    swap(moved_to, b);
+    EXPECT_EQ(capacity(moved_to), 2U);
+    EXPECT_EQ(capacity(b), 4U);
+    b.bitwidth(129);
+    EXPECT_EQ(capacity(b), 5U);
+    EXPECT_EQ(capacity(b << 64), 7U);
 }
 
 TEST(Swap, WithItselfChangesNothing) {

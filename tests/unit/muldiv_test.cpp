@@ -1,7 +1,10 @@
 // Tests of multiplication, division and remainder: * / %.
 #include <gtest/gtest.h>
 
+#include <new>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "kval.h"
 #include "operator_checks.h"
@@ -117,6 +120,24 @@ TEST(Multiply, StrayBitsCountAndTheProductIsTrimmed) {
          "68 bits 00000000 00000000 00000100"},
     };
     for (const Row& row : rows) check_both_orders(row, product);
+}
+
+// A width of 2^31 reads negative, and so becomes 1. The one operand takes 256 MiB.
+TEST(Multiply, OfWidthsThatReachTwoToThe31HasOneBitRequired) {
+    std::optional<KVAL_UINTEGER> half;
+    try {
+        half.emplace(7, 1U << 30);
+    } catch (const std::bad_alloc&) {
+        GTEST_SKIP() << "256 MiB are refused here";
+    }
+    EXPECT_EQ(printed(*half * *half), "1 bits 00000001");
+    half->set_bit(0, 0);
+    EXPECT_EQ(printed(*half * *half), "1 bits 00000000");
+    half->set_bit(0, 1);
+    KVAL_SINTEGER half_signed(std::move(*half));
+    EXPECT_EQ(printed(half_signed * half_signed), "1 bits 00000001");
+    half_signed.set_x(1);
+    EXPECT_EQ(printed(half_signed * half_signed), "1 bits 00000000 x 00000001 flags X");
 }
 
 TEST(Multiply, OneObjectAsBothOperandsAndAsTheTarget) {

@@ -68,6 +68,7 @@ void expect_division(const Division<Dividend, Divisor>& row) {
 
 TEST(SignedDivision, OfSignedBySigned) {
     const S least_32 = signed_words(32, {0x80000000});
+    const S minus_96 = signed_words(4, {0U - 96});  // bits above the width count (required)
     const Division<S, S> rows[] = {
         {"7 by 2", S(7, 8), S(2, 8), 3, 1, 3, 1},
         {"-7 by 2", S(-7, 8), S(2, 8), -3, -1, -4, 1},
@@ -106,6 +107,17 @@ TEST(SignedDivision, OfSignedBySigned) {
         {"X bits and flags play no part", signed_marked(signed_words(8, {0xF9}, {0xFF}, true), "ZLH"),
          signed_words(8, {2}, {0xFF}, true), -3, -1, -4, 1},
         {"a divisor's bit above the width counts (required)", S(7, 8), signed_words(8, {0x102}), 0, 7, 0, 7},
+        {"-1 by a 4-bit 20: the Euclidean remainder 19 is X", S(-1, 8), signed_words(4, {0x14}), 0, -1, -1, kX},
+        {"a 4-bit -96 by 13: the Euclidean quotient is just in range", minus_96, S(13, 8), -7, -5, -8, 8},
+        {"a 4-bit -96 by 12: no remainder, and -8 fits", minus_96, S(12, 8), -8, 0, -8, 0},
+        {"a 4-bit -96 by 11: the Euclidean quotient -9 is X", minus_96, S(11, 8), -8, -8, kX, kX},
+        {"a 4-bit -96 by 7: the quotient is cut, the Euclidean one X", minus_96, S(7, 8), -13, -5, kX, kX},
+        {"a 4-bit -96 by -15: the Euclidean quotient is just in range", minus_96, S(-15, 8), 6, -6, 7, 9},
+        {"a 4-bit -96 by -13: the Euclidean quotient 8 is X", minus_96, S(-13, 8), 7, -5, kX, kX},
+        {"13 by a 1-bit 20: the remainder reads -1, and the quotient goes down", S(13, 8), signed_words(1, {20}), 0, -1,
+         -1, 1},
+        {"13 by a 1-bit -20: the remainder reads -1, and the quotient goes up", S(13, 8), signed_words(1, {0U - 20}), 0,
+         -1, 1, 1},
         {"a dividend's bit above the width counts, the quotient's sign is cleared (required)", signed_words(8, {0x107}),
          S(2, 8), 131 - 128, 1, 131 - 128, 1},
     };

@@ -77,6 +77,7 @@ TEST(MixedProduct, UnsignedOperandIsNeverNegative) {
         {"1-bit -1 * 1-bit 1", S(-1, 1), U(1, 1), "2 bits 00000003"},
         {"64-bit -1 * the largest", S(-1, 64), from_words(64, {~0U, ~0U}),
          "128 bits FFFFFFFF FFFFFFFF 00000000 00000001"},
+        {"compact operands, wide result", S(-3, 20), U(7, 20), "40 bits 000000FF FFFFFFEB"},
         {"40-bit -1 with ones above its width", S(-1, 40), U(5, 8), "48 bits 0000FFFF FFFFFFFB"},
         {"an unsigned bit above the width counts (required)", S(2, 8), from_words(8, {0x1FF}), "16 bits 000003FE"},
         {"flag X of the signed operand", signed_words(8, {0xFD}, {}, true), U(5, 4),

@@ -1,0 +1,50 @@
+// The steps of sums that make a result wider, at the widest width: on arrays that are taken but hardly written, so that
+// no memory is spent.
+#include <gtest/gtest.h>
+
+#include <new>
+
+#include "kval.h"
+#include "value/storage.h"
+
+namespace {
+
+using kval::kMaxWidth;
+using kval::detail::Internals;
+using kval::detail::SignedInternals;
+
+TEST(Widest, IsTwoToThe31Minus32Bits) {
+    EXPECT_EQ(kMaxWidth, 0x7FFFFFE0U);
+    EXPECT_NO_THROW(kval::check_width(0x7FFFFFE0U));
+    EXPECT_THROW(kval::check_width(0x7FFFFFE1U), std::bad_alloc);
+}
+
+TEST(Widest, ASumWithoutACarryKeepsItAndACarryIsRefused) {
+    KVAL_SINTEGER sum = SignedInternals::Room(kMaxWidth, 0);
+    EXPECT_NO_THROW(Internals::FinishSum(sum, kMaxWidth, false));
+    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
+    EXPECT_THROW(Internals::FinishSum(sum, kMaxWidth, true), std::bad_alloc);
+}
+
+TEST(Widest, ASumThatIsOneBitShortOfItMayGrow) {
+    KVAL_SINTEGER sum = SignedInternals::Room(kMaxWidth - 1, 0);
+    EXPECT_NO_THROW(Internals::FinishSum(sum, kMaxWidth - 1, true));
+    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
+}
+
+TEST(Widest, ASignedSumThatNeedsOneBitMoreMayReachItAndIsRefusedBeyond) {
+    KVAL_SINTEGER sum = SignedInternals::Room(kMaxWidth, 0);
+    Internals::FinishSum(sum, kMaxWidth - 1, false);
+    EXPECT_NO_THROW(SignedInternals::WidenInPlace(sum));
+    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
+    EXPECT_THROW(SignedInternals::WidenInPlace(sum), std::bad_alloc);
+    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
+}
+
+TEST(Widest, ASignedAssignmentToOneBitMoreIsRefused) {
+    KVAL_SINTEGER sum = SignedInternals::Room(kMaxWidth, 0);
+    EXPECT_THROW(SignedInternals::AssignInPlace(sum, kMaxWidth + 1), std::bad_alloc);
+    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
+}
+
+}  // namespace
