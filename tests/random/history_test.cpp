@@ -5,27 +5,23 @@
 #include <array>
 #include <cstddef>
 #include <cstdlib>
-#include <functional>
 #include <ostream>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "draw.h"
 #include "run.h"
-#include "support/agree.h"
+#include "support/program.h"
 
 namespace {
 
+using twin::Machine;
 using twin::Text;
-using twin::Twin;
 
 constexpr unsigned kRegisters = 4;
 
-using Registers = std::array<Twin, kRegisters>;
-
-// One instruction. What an operation needs beside its registers (a number, a text) is drawn from `seed`.
+// One instruction. What it needs beside its registers (a number, a word, a text) is drawn from `seed`.
 struct Step {
     unsigned action = 0;
     unsigned target = 0;
@@ -34,130 +30,50 @@ struct Step {
     unsigned seed = 0;
 };
 
-struct Action {
-    std::string name;
-    std::function<testing::AssertionResult(Registers&, const Step&)> run;
-};
+const twin::Action& action_of(const Step& step) { return twin::actions()[step.action]; }
 
-// The value leaves its register and returns to it; only the text is lost.
-testing::AssertionResult move_out_and_back(Twin& target) {
-    KVAL_UINTEGER held = std::move(target.value);
-    target.value = std::move(held);
-    model::delete_string(target.model);
-    return same_content(target);
-}
-
-testing::AssertionResult exchange(Twin& a, Twin& b) {
-    swap(a.value, b.value);
-    std::swap(a.model, b.model);
-    return same_content(a);
-}
-
-std::vector<Action> make_actions() {
-    std::vector<Action> actions = {
-        {"text request",
-         [](Registers& r, const Step& s) {
-             Draw draw(s.seed);
-             return same(r[s.target], draw_kind(draw));
-         }},
-        {"parse",
-         [](Registers& r, const Step& s) {
-             Draw draw(s.seed);
-             const std::string text = draw_text(draw, 80);
-             parse(r[s.target], text, draw_kind(draw));
-             return same_content(r[s.target]);
-         }},
-        {"move out and back", [](Registers& r, const Step& s) { return move_out_and_back(r[s.target]); }},
-        {"swap", [](Registers& r, const Step& s) { return exchange(r[s.target], r[s.right]); }},
-    };
-    for (const twin::InPlace& operation : twin::in_place_operations()) {
-        actions.push_back({operation.name, [&operation](Registers& r, const Step& s) {
-                               return apply(operation, r[s.target], r[s.right]);
-                           }});
-    }
-    for (const twin::Binary& operation : twin::binary_operations()) {
-        actions.push_back({operation.name, [&operation](Registers& r, const Step& s) {
-                               return apply(operation, r[s.target], r[s.left], r[s.right]);
-                           }});
-    }
-    for (const twin::Relation& operation : twin::relations()) {
-        actions.push_back({operation.name, [&operation](Registers& r, const Step& s) {
-                               return agree(operation, r[s.left], r[s.right]);
-                           }});
-    }
-    const auto number_for = [](const auto& operation, const Twin& operand, const Step& s) {
-        Draw draw(s.seed);
-        return draw_number(draw, operation.argument, operand.model);
-    };
-    for (const twin::Change& operation : twin::changes()) {
-        actions.push_back({operation.name, [&operation, number_for](Registers& r, const Step& s) {
-                               return apply(operation, r[s.target], number_for(operation, r[s.target], s));
-                           }});
-    }
-    for (const twin::Derived& operation : twin::derived_values()) {
-        actions.push_back({operation.name, [&operation, number_for](Registers& r, const Step& s) {
-                               return apply(operation, r[s.target], r[s.left], number_for(operation, r[s.left], s));
-                           }});
-    }
-    for (const twin::Query& operation : twin::queries()) {
-        actions.push_back({operation.name, [&operation, number_for](Registers& r, const Step& s) {
-                               return agree(operation, r[s.left], number_for(operation, r[s.left], s));
-                           }});
-    }
-    return actions;
-}
-
-const std::vector<Action>& actions() {
-    static const std::vector<Action> table = make_actions();
-    return table;
+twin::Operands draw_operands(Machine& machine, const Step& step) {
+    Draw draw(step.seed);
+    twin::Operands o{step.target, step.left, step.right, 0, draw.word(), "", static_cast<twin::Ask>(draw.below(4))};
+    o.number = draw_number(draw, action_of(step).argument, subject(machine, action_of(step), o).model);
+    o.text = draw_text(draw, 80).c_str();  // to the first zero byte
+    return o;
 }
 
 std::ostream& operator<<(std::ostream& out, const Step& step) {
-    return out << "\n  " << actions()[step.action].name << ": target r" << step.target << ", left r" << step.left
+    return out << "\n  " << action_of(step).name << ": target r" << step.target << ", left r" << step.left
                << ", right r" << step.right << ", seed " << step.seed;
 }
 
 rc::Gen<Step> any_step() {
     const auto any_register = [] { return rc::gen::inRange(0u, kRegisters); };
-    const auto action_count = static_cast<unsigned>(actions().size());
+    const auto action_count = static_cast<unsigned>(twin::actions().size());
     return rc::gen::build<Step>(rc::gen::set(&Step::action, rc::gen::inRange(0u, action_count)),
                                 rc::gen::set(&Step::target, any_register()), rc::gen::set(&Step::left, any_register()),
                                 rc::gen::set(&Step::right, any_register()),
                                 rc::gen::set(&Step::seed, rc::gen::inRange(0u, 1'000'000u)));
 }
 
-Registers draw_registers(unsigned seed) {
+std::vector<twin::Content> draw_contents(unsigned seed) {
     Draw draw(seed);
-    const auto any = [&draw] { return draw_content(draw, draw.one_of(boundary_widths())); };
-    return {Twin(any()), Twin(any()), Twin(any()), Twin(any())};
-}
-
-// The registers as the step found them.
-std::string describe(const std::vector<model::Value>& registers) {
-    std::ostringstream out;
-    for (std::size_t i = 0; i < registers.size(); ++i) out << "\n  r" << i << ' ' << twin::describe(registers[i]);
-    return out.str();
+    std::vector<twin::Content> contents;
+    for (unsigned i = 0; i < kRegisters; ++i) contents.push_back(draw_content(draw, draw.one_of(boundary_widths())));
+    return contents;
 }
 
 void run_program(unsigned seed, const std::vector<Step>& program) {
-    Registers registers = draw_registers(seed);
+    Machine machine(draw_contents(seed));
     for (const Step& step : program) {
-        std::vector<model::Value> before;
-        for (const Twin& v : registers) before.push_back(v.model);
-        testing::AssertionResult result = actions()[step.action].run(registers, step);
-        for (const Twin& v : registers) {
-            if (result) result = same_content(v);
-        }
+        testing::AssertionResult result = run(machine, action_of(step), draw_operands(machine, step));
+        for (unsigned i = 0; result && i < kRegisters; ++i) result = same_content(machine[i]);
         if (!result) {
             std::ostringstream message;
-            message << step << describe(before) << '\n' << result.message();
+            message << step << result.message();
             RC_FAIL(message.str());
         }
     }
-    for (Twin& v : registers) {
-        const testing::AssertionResult result = same(v, seed % 2 == 0 ? Text::Hexadecimal : Text::Binary);
-        if (!result) RC_FAIL(std::string("at the end\n") + result.message());
-    }
+    const testing::AssertionResult result = same(machine, seed % 2 == 0 ? Text::Hexadecimal : Text::Binary);
+    if (!result) RC_FAIL(std::string("at the end\n") + result.message());
 }
 
 // Programs follow the seed of the run.

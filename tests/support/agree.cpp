@@ -3,6 +3,7 @@
 
 #include <sstream>
 #include <string>
+#include <utility>
 
 namespace twin {
 
@@ -42,6 +43,21 @@ testing::AssertionResult changed(const Twin& target, Model run_model, Library ru
         return testing::AssertionFailure() << "  something else than the left operand was returned";
     });
     return result ? same_content(target) : result;
+}
+
+// Runs both sides of an operation that gives a new value, compares the contents, and moves the value into `target`.
+template <typename Model, typename Library>
+testing::AssertionResult replaced(Twin& target, Model run_model, Library run) {
+    model::Value required;
+    return both([&] { required = run_model(); },
+                [&] {
+                    KVAL_UINTEGER value = run();
+                    const testing::AssertionResult result = same_content(value, required);
+                    const KVAL_SINTEGER left_over(std::move(target.value));  // so that the width is taken over too
+                    target.value = std::move(value);
+                    target.model = std::move(required);
+                    return result;
+                });
 }
 
 // Assignment of a result is the unsigned one, whatever the operator.
@@ -138,6 +154,16 @@ testing::AssertionResult apply(const Derived& operation, Twin& target, const Twi
     return changed(
         target, [&] { model::assign(target.model, operation.model(v.model, number)); },
         [&]() -> KVAL_UINTEGER& { return as_unsigned(target) = operation.library(v.value, number); });
+}
+
+testing::AssertionResult replace(const Binary& operation, Twin& target, const Twin& l, const Twin& r) {
+    return replaced(
+        target, [&] { return operation.model(l.model, r.model); }, [&] { return operation.library(l.value, r.value); });
+}
+
+testing::AssertionResult replace(const Derived& operation, Twin& target, const Twin& v, unsigned number) {
+    return replaced(
+        target, [&] { return operation.model(v.model, number); }, [&] { return operation.library(v.value, number); });
 }
 
 }  // namespace twin

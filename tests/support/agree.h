@@ -25,4 +25,8 @@ testing::AssertionResult apply(const Change& operation, Twin& target, unsigned n
 testing::AssertionResult apply(const Binary& operation, Twin& target, const Twin& l, const Twin& r);
 testing::AssertionResult apply(const Derived& operation, Twin& target, const Twin& v, unsigned number);
 
+// As apply, but `target` becomes the new value, width and all, after that was compared.
+testing::AssertionResult replace(const Binary& operation, Twin& target, const Twin& l, const Twin& r);
+testing::AssertionResult replace(const Derived& operation, Twin& target, const Twin& v, unsigned number);
+
 }  // namespace twin

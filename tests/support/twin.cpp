@@ -144,6 +144,7 @@ Twin::Twin(const Twin& original) : value(original.value), model(original.model) 
 
 void cache_odd_text(KVAL_UINTEGER& value, Text kind) {
     const int size = value.get_size();
+    if (size == 0) return;  // moved from: there is but the empty text
     std::vector<unsigned> mask;
     for (int i = 0; i < size; ++i) mask.push_back(value.get_xmask_at(i));
     const unsigned odd = odd_mask(mask.front(), value.bitwidth(), kind);

@@ -41,7 +41,7 @@ struct Twin {
 // Caches a text that `value` would not print as; its content stays.
 void cache_odd_text(KVAL_UINTEGER& value, Text kind);
 
-// Parses a text of the given kind into both.
+// Parses a text of the given kind into both; the library gets it in a block that ends with the text.
 void parse(Twin& target, const std::string& text, Text kind);
 
 // The content as it is written in a test, and the cached text of a model after it.
