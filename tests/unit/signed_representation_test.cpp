@@ -731,6 +731,20 @@ TEST(SignedMove, ToALiveTargetIsAsCopyAssignment) {
     }
 }
 
+// The source may get the target's old words, but a text is nobody's but the value's that made it.
+TEST(SignedMove, TheSourceNeverGetsTheTargetsText) {
+    for (const S& target : shapes()) {
+        for (const S& shape : shapes()) {
+            SCOPED_TRACE(printed(target) + " = " + printed(shape));
+            S moved_to(target);
+            cache_text(moved_to);
+            S source(shape);
+            moved_to = std::move(source);
+            EXPECT_FALSE(keeps_text(source));
+        }
+    }
+}
+
 TEST(SignedSwap, ExchangesEverything) {
     for (const S& left : shapes()) {
         for (const S& right : shapes()) {

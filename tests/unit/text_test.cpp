@@ -371,6 +371,7 @@ TEST(ParseHex, EachChunkOfEightFollowsStrtoul) {
         {"0 and x in two chunks: the lower begins with x (required)", "0x1234567", "36 bits 00000000 00000000"},
         {"a sign in the upper chunk reaches that chunk only", "-100000005", "40 bits 000000FF 00000005"},
         {"a sign in the lower chunk reaches that chunk only", "12-0000001", "40 bits 00000012 FFFFFFFF"},
+        {"a sign in both chunks: the upper one ends where it ends", "+5-0000001", "40 bits 00000005 FFFFFFFF"},
         {"0x in the lower chunk", "120x000003", "40 bits 00000012 00000003"},
         {"a blank in the lower chunk", "12 000 003", "40 bits 00000012 00000000"},
         {"a letter ends its own chunk only", "123G56789", "36 bits 00000001 00000023"},

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <random>
 #include <vector>
@@ -125,6 +126,18 @@ TEST(WordsCarry, ACarryTravelsThroughEveryWord) {
         EXPECT_EQ(words, Words(size, 0));
         EXPECT_TRUE(kval::words::subtract_borrow(words.data(), words.data(), size, true));
         EXPECT_EQ(words, Words(size, 0xFFFFFFFF));
+    }
+}
+
+// Whatever is behind the words: a further 0 is no part of the number.
+TEST(WordsCarry, NegationEndsWithTheWords) {
+    const Words zeros_and_more = {0, 0, 0, 7};
+    for (std::size_t size = 0; size < 3; ++size) {
+        Words out(4, 0xA5A5A5A5);
+        Words want = out;
+        std::fill_n(want.begin(), size, Word{0});
+        kval::words::negate(out.data(), zeros_and_more.data(), size);
+        EXPECT_EQ(out, want) << size << " words";
     }
 }
 
