@@ -87,8 +87,8 @@ struct SignedInternals {
     static SumRepair Repair(bool a_negative, bool b_negative, bool negative, bool less) noexcept {
         // Equal signs, and the sum has the other one: it overflowed into the bit above.
         if (a_negative == b_negative) return negative != a_negative ? SumRepair::kWiden : SumRepair::kNone;
-        // Unequal signs: the larger magnitude gives the sign, and a bit that was carried out is cleared. Nothing is lost
-        // the other way round: where the magnitude below zero is the larger one, the sum has its sign.
+        // Unequal signs: the larger magnitude gives the sign, and a bit that was carried out is cleared. There is no
+        // other repair: where the magnitude below zero is the larger one, the sum has its sign.
         return negative && !less ? SumRepair::kClearTop : SumRepair::kNone;
     }
 
