@@ -15,6 +15,7 @@
 
 namespace kval {
 namespace detail {
+struct Planes;
 struct Internals;
 struct SignedInternals;
 }  // namespace detail
@@ -89,9 +90,9 @@ class KVAL_UINTEGER {
     /// The low 32 value bits, X or not.
     unsigned uint() const noexcept { return IsCompact() ? uvalue.word : uvalue.words[0]; }
     /// Whether every value bit is 0, X or not.
-    bool is_zero() const noexcept { return IsCompact() ? uvalue.word == 0 : IsNumberWide(0); }
+    bool is_zero() const noexcept { return ReadsNumber(0); }
     /// Whether the value bits read 1, X or not.
-    bool is_one() const noexcept { return IsCompact() ? uvalue.word == 1 : IsNumberWide(1); }
+    bool is_one() const noexcept { return ReadsNumber(1); }
     /// Value word `index`, 0 outside the value.
     unsigned get_uvalue_at(int index) const noexcept;
     /// X-mask word `index`, 0 outside the value.
@@ -241,10 +242,16 @@ class KVAL_UINTEGER {
     bool Wrapped(const KVAL_UINTEGER& other, unsigned count) const noexcept;
     template <typename Rule>
     KVAL_UINTEGER& CombineLowWord(const KVAL_UINTEGER& other, Rule rule) noexcept;
+    void OwnPlanes(const kval::detail::Planes& planes, std::size_t words) noexcept;
+    template <typename Rule>
+    KVAL_UINTEGER& CombineLowPair(const KVAL_UINTEGER& other, Rule rule) noexcept;
+    bool ReadsNumber(unsigned number) const noexcept;
     void AllocateWide(std::size_t words);
+    void ReleaseWide() noexcept;
     const char* KeepText(char* text, std::uint8_t kind) const noexcept;
 
     // Out of line: what is wide, and what is rare.
+    KVAL_API void AllocateLong(std::size_t words);
     KVAL_API void ConstructWide(unsigned value);
     KVAL_API void CopyWide(const KVAL_UINTEGER& other);
     KVAL_API void ShiftedCopyWide(const KVAL_UINTEGER& other, unsigned count, bool left);
@@ -253,7 +260,6 @@ class KVAL_UINTEGER {
     KVAL_API KVAL_UINTEGER& AdoptCopy(const KVAL_UINTEGER& other);
     KVAL_API void ResizeWide(unsigned new_width);
     KVAL_API void ReleaseText() noexcept;
-    KVAL_API void ReleaseWide() noexcept;
     KVAL_API bool IsNumberWide(unsigned number) const noexcept;
     KVAL_API KVAL_UINTEGER& ForceXWide() noexcept;
     KVAL_API unsigned HashWide() const noexcept;

@@ -11,18 +11,10 @@ using kval::detail::Internals;
 using kval::words::fit;
 using kval::words::Word;
 
-KVAL_UINTEGER::KVAL_UINTEGER(unsigned bit_width, std::size_t words, unsigned state)
-    : width(bit_width), text_cache(nullptr), flags(static_cast<std::uint8_t>(state)), capacity(0) {
-    AllocateWide(words);
-}
-
-// Gives a wide value that owns no arrays its own, not yet written.
-void KVAL_UINTEGER::AllocateWide(std::size_t words) {
+// Arrays longer than any that are kept, and the one place where a value may turn out too wide.
+void KVAL_UINTEGER::AllocateLong(std::size_t words) {
     kval::check_width(width);
-    const kval::Planes planes = kval::allocate_planes(words);
-    uvalue.words = planes.value;
-    xmask.words = planes.mask;
-    capacity = static_cast<std::uint32_t>(words);
+    OwnPlanes(kval::detail::NewPlanes(words), words);
 }
 
 void KVAL_UINTEGER::ConstructWide(unsigned value) {
@@ -84,13 +76,11 @@ void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
     const Internals::View old = Internals::Words(*this);
     if (size > old.size) {
         kval::check_width(new_width);
-        const kval::Planes grown = kval::allocate_planes(size);
+        const kval::detail::Planes grown = kval::detail::TakePlanes(size);
         fit(grown.value, size, old.value, old.size);
         fit(grown.mask, size, old.mask, old.size);
         DeleteData();
-        uvalue.words = grown.value;
-        xmask.words = grown.mask;
-        capacity = static_cast<std::uint32_t>(size);
+        OwnPlanes(grown, size);
     } else if (IsCompact(static_cast<int>(new_width))) {
         const Word value = old.value[0];
         const Word mask = old.mask[0];
@@ -105,11 +95,4 @@ void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
 void KVAL_UINTEGER::ReleaseText() noexcept {
     const std::unique_ptr<char[]> released(text_cache);
     text_cache = nullptr;
-}
-
-void KVAL_UINTEGER::ReleaseWide() noexcept {
-    kval::release_planes({uvalue.words, xmask.words});
-    uvalue.words = nullptr;
-    xmask.words = nullptr;
-    capacity = 0;
 }

@@ -1,35 +1,20 @@
-// Sums and differences over arrays of words, two words a step.
+// Sums and differences over arrays of words: long ones in blocks, what is left two words a step.
 #include "words/carry.h"
 
 #include <algorithm>
 
+#include "words/carry_limbs.h"
+#include "words/carry_steps.h"
+
 namespace kval::words {
 namespace {
 
-template <typename Limb>
-Limb add_limbs(Limb a, Limb b, bool& carry) {
-    Limb sum;
-    const bool first = __builtin_add_overflow(a, b, &sum);
-    const bool second = __builtin_add_overflow(sum, static_cast<Limb>(carry), &sum);
-    carry = first || second;
-    return sum;
-}
-
-template <typename Limb>
-Limb subtract_limbs(Limb a, Limb b, bool& borrow) {
-    Limb difference;
-    const bool first = __builtin_sub_overflow(a, b, &difference);
-    const bool second = __builtin_sub_overflow(difference, static_cast<Limb>(borrow), &difference);
-    borrow = first || second;
-    return difference;
-}
-
-// Runs a carry chain through `step`, which serves limbs of two words and of one.
-template <typename Step>
-void chain(Word* out, const Word* a, const Word* b, std::size_t size, Step step) {
-    std::size_t i = 0;
-    for (; i + 2 <= size; i += 2) store_pair(out + i, step(load_pair(a + i), load_pair(b + i)));
-    if (i < size) out[i] = step(a[i], b[i]);
+// A carry chain over any number of words: `blocks` for as many whole blocks as there are, `step` for the rest.
+template <typename Blocks, typename Step>
+bool whole_chain(Word* out, const Word* a, const Word* b, std::size_t size, Blocks blocks, Step step) {
+    const std::size_t done = size - size % kCarryBlock;
+    const bool carry = done != 0 && blocks(out, a, b, done / kCarryBlock);
+    return chain(out + done, a + done, b + done, size - done, carry, step);
 }
 
 // Runs a carry (`step` adds or subtracts it) through words until it dies; the words above are copied as they are.
@@ -44,23 +29,17 @@ bool ripple(Word* out, const Word* a, std::size_t size, bool carry, Step step) {
 }  // namespace
 
 bool add(Word* out, const Word* a, const Word* b, std::size_t size) {
-    bool carry = false;
-    chain(out, a, b, size, [&carry](auto x, auto y) { return add_limbs(x, y, carry); });
-    return carry;
+    return whole_chain(out, a, b, size, add_blocks, kAddStep);
 }
 
-bool add_carry(Word* out, const Word* a, std::size_t size, bool carry) {
-    return ripple(out, a, size, carry, add_limbs<Word>);
-}
+bool add_carry(Word* out, const Word* a, std::size_t size, bool carry) { return ripple(out, a, size, carry, kAddStep); }
 
 bool subtract(Word* out, const Word* a, const Word* b, std::size_t size) {
-    bool borrow = false;
-    chain(out, a, b, size, [&borrow](auto x, auto y) { return subtract_limbs(x, y, borrow); });
-    return borrow;
+    return whole_chain(out, a, b, size, subtract_blocks, kSubtractStep);
 }
 
 bool subtract_borrow(Word* out, const Word* a, std::size_t size, bool borrow) {
-    return ripple(out, a, size, borrow, subtract_limbs<Word>);
+    return ripple(out, a, size, borrow, kSubtractStep);
 }
 
 // Above the lowest word that is not 0, negation is inversion.

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <new>
 
+#include "kval.h"
+
 namespace {
 
 enum class Form : std::size_t { Single, Array };
@@ -26,6 +28,7 @@ static_assert(sizeof(Header) % alignof(std::max_align_t) == 0, "blocks must be a
 // Plain numbers: they are in use before the first constructor runs and after the last destructor.
 std::size_t allocation_count = 0;
 std::size_t release_count = 0;
+std::size_t byte_count = 0;
 std::size_t damage_count = 0;
 std::size_t allocations_until_failure = 0;  // 1: the next one fails; 0: none does
 unsigned char fresh_pattern = 0xA5;
@@ -39,6 +42,7 @@ void* allocate(std::size_t size, Form form) {
     auto* header = static_cast<Header*>(std::malloc(sizeof(Header) + size + sizeof(Guard)));
     if (header == nullptr) throw std::bad_alloc();
     ++allocation_count;
+    byte_count += size;
     header->size = size;
     header->form = form;
     std::memset(header->guard, kGuard, sizeof(Guard));
@@ -56,9 +60,14 @@ void release(void* pointer, Form form) {
     // The size can be trusted only while the guard behind it is intact.
     const bool intact = is_intact(header->guard) && is_intact(block + header->size) && header->form == form;
     if (!intact) ++damage_count;
-    if (intact) std::memset(block, kReleased, header->size);
+    if (intact) {
+        byte_count -= header->size;
+        std::memset(block, kReleased, header->size);
+    }
     std::free(header);
 }
+
+[[maybe_unused]] const bool nothing_is_kept = (kval::detail::KeepArrays(false), true);
 
 }  // namespace
 
@@ -66,6 +75,8 @@ namespace heap {
 
 std::size_t allocations() { return allocation_count; }
 std::size_t live_blocks() { return allocation_count - release_count; }
+
+std::size_t live_bytes() { return byte_count; }
 
 std::size_t take_damages() {
     const std::size_t damages = damage_count;
@@ -77,6 +88,9 @@ void fill_fresh_memory_with(unsigned char pattern) { fresh_pattern = pattern; }
 
 FailingAllocation::FailingAllocation(std::size_t n) { allocations_until_failure = n; }
 FailingAllocation::~FailingAllocation() { allocations_until_failure = 0; }
+
+KeptArrays::KeptArrays() { kval::detail::KeepArrays(true); }
+KeptArrays::~KeptArrays() { kval::detail::KeepArrays(false); }
 
 }  // namespace heap
 

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <new>
 
+#include "kval.h"
+
 namespace {
 
 using page_heap::Placement;
@@ -105,6 +107,9 @@ void release(void* pointer) {
     }
     rest(number);
 }
+
+// Every array is to have a page of its own, and to be gone once its value is.
+[[maybe_unused]] const bool nothing_is_kept = (kval::detail::KeepArrays(false), true);
 
 }  // namespace
 

@@ -1,8 +1,10 @@
-// The inline bodies of kval.h: everything with a compact result; what is wide is one call of a ...Wide function.
+// The inline bodies of kval.h: everything with a result of up to 64 bits; what is wider is one call of a ...Wide
+// function.
 #ifndef KVAL_DETAIL_INLINE_H
 #define KVAL_DETAIL_INLINE_H
 
 #include "four_state.h"
+#include "stock.h"
 
 namespace kval {
 namespace detail {
@@ -10,6 +12,7 @@ namespace detail {
 /// The operators' way to the fields, and the wide half of every free operator.
 struct Internals {
     using Word = std::uint32_t;
+    using DoubleWord = std::uint64_t;
 
     static_assert(sizeof(KVAL_UINTEGER) == 40, "the object layout is part of the binary interface");
     static_assert(offsetof(KVAL_UINTEGER, width) == 0 && offsetof(KVAL_UINTEGER, uvalue) == 8 &&
@@ -31,6 +34,74 @@ struct Internals {
     static bool Compact(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         return l.IsCompact() && r.IsCompact();
     }
+    // ---- values of 33 to 64 bits: a pair of words in either array, which one register holds ----
+
+    static bool IsPair(unsigned width) noexcept { return width - 33U < 32U; }
+    static bool IsPair(const KVAL_UINTEGER& v) noexcept { return IsPair(v.width); }
+    static bool Pairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept { return IsPair(l) && IsPair(r); }
+    /// Whether neither operand is wider than a pair.
+    static bool UpToPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        return l.width <= 64 && r.width <= 64;
+    }
+    static DoubleWord LoadPair(const Word* words) noexcept {
+        DoubleWord pair;
+        __builtin_memcpy(&pair, words, sizeof pair);
+        return pair;
+    }
+    static void StorePair(Word* words, DoubleWord pair) noexcept { __builtin_memcpy(words, &pair, sizeof pair); }
+    /// The low 64 bits of either plane.
+    static DoubleWord LowPair(const KVAL_UINTEGER& v) noexcept {
+        return v.IsCompact() ? v.uvalue.word : LoadPair(v.uvalue.words);
+    }
+    static DoubleWord LowPairMask(const KVAL_UINTEGER& v) noexcept {
+        return v.IsCompact() ? v.xmask.word : LoadPair(v.xmask.words);
+    }
+    static FourState<DoubleWord> LowPairs(const KVAL_UINTEGER& v) noexcept { return {LowPair(v), LowPairMask(v)}; }
+    /// The used bits of a value of 33 to 64 bits.
+    static DoubleWord PairTop(unsigned width) noexcept { return ~DoubleWord{0} >> (-width & 63U); }
+    static FourState<DoubleWord> PairTrimmed(FourState<DoubleWord> bits, unsigned width) noexcept {
+        return {bits.value & PairTop(width), bits.mask & PairTop(width)};
+    }
+    /// Gives a value that is a pair its bits.
+    static void SetPair(KVAL_UINTEGER& v, FourState<DoubleWord> bits) noexcept {
+        StorePair(v.uvalue.words, bits.value);
+        StorePair(v.xmask.words, bits.mask);
+    }
+    /// A new value of 33 to 64 bits with its bits as they are.
+    static KVAL_UINTEGER PairResult(unsigned width, FourState<DoubleWord> bits, unsigned flags) {
+        KVAL_UINTEGER result(width, std::size_t{2}, flags);
+        SetPair(result, bits);
+        return result;
+    }
+    static KVAL_UINTEGER TrimmedPair(unsigned width, FourState<DoubleWord> bits, unsigned flags) {
+        return PairResult(width, PairTrimmed(bits, width), flags);
+    }
+    /// A new value of 33 to 64 bits, every one X over the given value bits.
+    static KVAL_UINTEGER AllXPair(unsigned width, DoubleWord value, unsigned flags) {
+        return TrimmedPair(width, {value, ~DoubleWord{0}}, flags | KVAL_UINTEGER::kX);
+    }
+    /// What every operation in place on a pair ends with.
+    static KVAL_UINTEGER& ChangedPair(KVAL_UINTEGER& v, FourState<DoubleWord> bits) noexcept {
+        SetPair(v, PairTrimmed(bits, v.width));
+        v.DeleteString();
+        return v;
+    }
+    /// The value bits alone change in place.
+    static KVAL_UINTEGER& ChangedPairValue(KVAL_UINTEGER& v, DoubleWord value) noexcept {
+        return ChangedPair(v, {value, LoadPair(v.xmask.words)});
+    }
+
+    // From 64 on, a left shift leaves nothing; a right shift leaves nothing from the width on, not even the bits that
+    // were stored above it.
+    static FourState<DoubleWord> ShiftedLeft(FourState<DoubleWord> bits, unsigned count) noexcept {
+        if (count >= 64) return {0, 0};
+        return {bits.value << count, bits.mask << count};
+    }
+    static FourState<DoubleWord> ShiftedRight(FourState<DoubleWord> bits, unsigned count, unsigned width) noexcept {
+        if (count >= width) return {0, 0};
+        return PairTrimmed({bits.value >> count, bits.mask >> count}, width);
+    }
+
     /// The operand that a result starts from where the rule says the wider one: the right one of two equally wide.
     static const KVAL_UINTEGER& Wider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         return l.width > r.width ? l : r;
@@ -64,6 +135,31 @@ struct Internals {
     template <typename Rule>
     static KVAL_UINTEGER Combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
         return CompactResult(Wider(l, r).width, rule(LowWord(l), LowWord(r)), 0);
+    }
+    /// The same for pairs.
+    template <typename Rule>
+    static KVAL_UINTEGER CombinedPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
+        return PairResult(Wider(l, r).width, rule(LowPairs(l), LowPairs(r)), 0);
+    }
+
+    /// The result starts as the wider operand, x-mask included, and keeps them but for the value bits; with an X flag on
+    /// either side it becomes all X.
+    static KVAL_UINTEGER XorPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        const KVAL_UINTEGER& wider = Wider(l, r);
+        const unsigned flags = Flags(wider);
+        if (l.is_x() || r.is_x()) return AllXPair(wider.width, LowPair(wider), flags);
+        return PairResult(wider.width, {LowPair(l) ^ LowPair(r), LowPairMask(wider)}, flags);
+    }
+
+    /// The sum of operands of up to 64 bits, one of them wide.
+    static KVAL_UINTEGER AddPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        const KVAL_UINTEGER& wider = Wider(l, r);
+        const DoubleWord sum = LowPair(l) + LowPair(r);
+        const bool carry = sum < LowPair(l);
+        const bool reached = (sum >> 1 >> (wider.width - 1) & 1U) != 0;
+        const unsigned grown = wider.width + static_cast<unsigned>(carry || reached);
+        if (grown > 64) return AddWide(l, r);
+        return TrimmedPair(grown, {sum, LowPairMask(wider)}, Flags(wider));
     }
 
     template <typename Field>
@@ -112,6 +208,11 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(std::uint32_t value, std::uint32_t mask, uns
 
 inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bit_width)
     : width(AtLeastOne(bit_width)), text_cache(nullptr), flags(0), capacity(0) {
+    if (kval::detail::Internals::IsPair(width)) {
+        AllocateWide(2);
+        kval::detail::Internals::SetPair(*this, {value, 0});
+        return;
+    }
     if (!IsCompact()) {
         ConstructWide(value);
         return;
@@ -120,8 +221,41 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bit_width)
     xmask.word = 0;
 }
 
+// A wide result whose words the caller writes next.
+inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned bit_width, std::size_t words, unsigned state)
+    : width(bit_width), text_cache(nullptr), flags(static_cast<std::uint8_t>(state)) {
+    AllocateWide(words);
+}
+
+inline void KVAL_UINTEGER::OwnPlanes(const kval::detail::Planes& planes, std::size_t words) noexcept {
+    uvalue.words = planes.value;
+    xmask.words = planes.mask;
+    capacity = static_cast<std::uint32_t>(words);
+}
+
+/// Gives a wide value that owns no arrays its own, not yet written.
+inline void KVAL_UINTEGER::AllocateWide(std::size_t words) {
+    if (words > kval::detail::Stock::kLongest) {
+        AllocateLong(words);
+    } else {
+        OwnPlanes(kval::detail::TakePlanes(words), words);
+    }
+}
+
+inline void KVAL_UINTEGER::ReleaseWide() noexcept {
+    kval::detail::GivePlanes({uvalue.words, xmask.words}, capacity);
+    uvalue.words = nullptr;
+    xmask.words = nullptr;
+    capacity = 0;
+}
+
 inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other)
     : width(other.width), text_cache(nullptr), flags(static_cast<std::uint8_t>(other.flags & kFourState)), capacity(0) {
+    if (kval::detail::Internals::IsPair(width)) {
+        AllocateWide(2);
+        kval::detail::Internals::SetPair(*this, kval::detail::Internals::LowPairs(other));
+        return;
+    }
     if (!IsCompact()) {
         CopyWide(other);
         return;
@@ -137,6 +271,15 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool 
       text_cache(nullptr),
       flags(static_cast<std::uint8_t>(other.flags & kFourState)),
       capacity(0) {
+    using kval::detail::Internals;
+    if (Internals::IsPair(width) && !(left && Wrapped(other, static_cast<unsigned>(count)))) {
+        AllocateWide(2);
+        const auto bits = Internals::LowPairs(other);
+        const auto shifted = left ? Internals::ShiftedLeft(bits, static_cast<unsigned>(count))
+                                  : Internals::ShiftedRight(bits, static_cast<unsigned>(count), width);
+        Internals::SetPair(*this, shifted);
+        return;
+    }
     if (!IsCompact()) {
         ShiftedCopyWide(other, static_cast<unsigned>(count), left);
         return;
@@ -158,7 +301,15 @@ inline KVAL_UINTEGER::~KVAL_UINTEGER() {
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(const KVAL_UINTEGER& other) {
+    using kval::detail::Internals;
     if (this == &other) return *this;
+    if (Internals::IsPair(*this)) {
+        const auto bits = Internals::LowPairs(other);
+        flags = other.flags;
+        Internals::SetPair(*this, width != other.width ? Internals::PairTrimmed(bits, width) : bits);
+        DeleteString();
+        return *this;
+    }
     if (!IsCompact()) return AssignWide(other);
     if (width != other.width && width == 0) return AdoptCopy(other);
     uvalue.word = other.uint();
@@ -185,6 +336,12 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(KVAL_UINTEGER&& other) noexcept {
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(unsigned value) noexcept {
+    if (kval::detail::Internals::IsPair(*this)) {
+        flags = static_cast<std::uint8_t>(flags & ~kFourState);
+        kval::detail::Internals::SetPair(*this, {value, 0});
+        DeleteString();
+        return *this;
+    }
     if (!IsCompact()) return AssignWide(value);
     if (width == 0) width = 32;
     uvalue.word = value & TopMask(width);
@@ -224,6 +381,11 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::bitwidth(unsigned new_width) {
     }
     width = new_width;
     return Changed();
+}
+
+/// Whether the value bits read `number`.
+inline bool KVAL_UINTEGER::ReadsNumber(unsigned number) const noexcept {
+    return width <= 64 ? kval::detail::Internals::LowPair(*this) == number : IsNumberWide(number);
 }
 
 inline void KVAL_UINTEGER::EnforceWidth() noexcept {
@@ -377,31 +539,48 @@ KVAL_UINTEGER& KVAL_UINTEGER::CombineLowWord(const KVAL_UINTEGER& other, Rule ru
     return Changed();
 }
 
+template <typename Rule>
+KVAL_UINTEGER& KVAL_UINTEGER::CombineLowPair(const KVAL_UINTEGER& other, Rule rule) noexcept {
+    using kval::detail::Internals;
+    UniteFlags(other);
+    return Internals::ChangedPair(*this, rule(Internals::LowPairs(*this), Internals::LowPairs(other)));
+}
+
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator&=(const KVAL_UINTEGER& other) noexcept {
     // Deliberate: a value ANDed into itself keeps even its X bits and its text.
     if (this == &other) return *this;
-    return IsCompact() ? CombineLowWord(other, kval::detail::FourStateAnd()) : AndAssignWide(other);
+    if (IsCompact()) return CombineLowWord(other, kval::detail::FourStateAnd());
+    // Beyond a compact operand the upper word would stand as it is.
+    if (kval::detail::Internals::IsPair(*this) && !other.IsCompact())
+        return CombineLowPair(other, kval::detail::FourStateAnd());
+    return AndAssignWide(other);
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator|=(const KVAL_UINTEGER& other) noexcept {
     if (this == &other) return *this;
-    return IsCompact() ? CombineLowWord(other, kval::detail::FourStateOr()) : OrAssignWide(other);
+    if (IsCompact()) return CombineLowWord(other, kval::detail::FourStateOr());
+    if (kval::detail::Internals::IsPair(*this) && !other.IsCompact())
+        return CombineLowPair(other, kval::detail::FourStateOr());
+    return OrAssignWide(other);
 }
 
 inline KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
-    if (!Internals::Compact(l, r)) return Internals::AndWide(l, r);
-    return Internals::Combined(l, r, kval::detail::FourStateAnd());
+    if (Internals::Compact(l, r)) return Internals::Combined(l, r, kval::detail::FourStateAnd());
+    if (Internals::Pairs(l, r)) return Internals::CombinedPairs(l, r, kval::detail::FourStateAnd());
+    return Internals::AndWide(l, r);
 }
 
 inline KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
-    if (!Internals::Compact(l, r)) return Internals::OrWide(l, r);
-    return Internals::Combined(l, r, kval::detail::FourStateOr());
+    if (Internals::Compact(l, r)) return Internals::Combined(l, r, kval::detail::FourStateOr());
+    if (Internals::Pairs(l, r)) return Internals::CombinedPairs(l, r, kval::detail::FourStateOr());
+    return Internals::OrWide(l, r);
 }
 
 inline KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
+    if (Internals::Pairs(l, r)) return Internals::XorPairs(l, r);
     if (!Internals::Compact(l, r)) return Internals::XorWide(l, r);
     const KVAL_UINTEGER& wider = Internals::Wider(l, r);
     const unsigned flags = Internals::Flags(wider);
@@ -413,6 +592,9 @@ inline KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 
 inline KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
     using kval::detail::Internals;
+    if (Internals::IsPair(v))
+        return Internals::TrimmedPair(v.bitwidth(), {~Internals::LowPair(v), Internals::LowPairMask(v)},
+                                      Internals::Flags(v));
     if (!v.IsCompact()) return Internals::NotWide(v);
     return Internals::TrimmedResult(v.bitwidth(), {~v.uint(), Internals::LowMask(v)}, Internals::Flags(v));
 }
@@ -420,24 +602,34 @@ inline KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
 // ---- addition and subtraction ----
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator+=(const KVAL_UINTEGER& other) noexcept {
+    using kval::detail::Internals;
+    if (Internals::IsPair(*this))
+        return Internals::ChangedPairValue(*this, Internals::LowPair(*this) + Internals::LowPair(other));
     if (!IsCompact()) return AddAssignWide(other);
     uvalue.word += other.uint();
     return Changed();
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator+=(unsigned number) noexcept {
+    using kval::detail::Internals;
+    if (Internals::IsPair(*this)) return Internals::ChangedPairValue(*this, Internals::LowPair(*this) + number);
     if (!IsCompact()) return AddAssignWide(number);
     uvalue.word += number;
     return Changed();
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator-=(const KVAL_UINTEGER& other) noexcept {
+    using kval::detail::Internals;
+    if (Internals::IsPair(*this))
+        return Internals::ChangedPairValue(*this, Internals::LowPair(*this) - Internals::LowPair(other));
     if (!IsCompact()) return SubAssignWide(other);
     uvalue.word -= other.uint();
     return Changed();
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator-=(unsigned number) noexcept {
+    using kval::detail::Internals;
+    if (Internals::IsPair(*this)) return Internals::ChangedPairValue(*this, Internals::LowPair(*this) - number);
     if (!IsCompact()) return SubAssignWide(number);
     uvalue.word -= number;
     return Changed();
@@ -449,20 +641,28 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::operator--() noexcept { return *this -= 1U;
 
 inline KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
-    if (!Internals::Compact(l, r)) return Internals::AddWide(l, r);
+    if (!Internals::UpToPairs(l, r)) return Internals::AddWide(l, r);
     const KVAL_UINTEGER& wider = Internals::Wider(l, r);
     const unsigned width = wider.bitwidth();
+    const unsigned flags = Internals::Flags(wider);
+    if (!wider.IsCompact()) return Internals::AddPairs(l, r);
     const std::uint64_t sum = static_cast<std::uint64_t>(l.uint()) + r.uint();
     // Grown by one bit when the sum reaches the bit above the width; bit 32 too, for operands with bits above their
     // width.
     const unsigned grown = width + static_cast<unsigned>((sum >> width | sum >> 32) & 1U);
-    if (!KVAL_UINTEGER::IsCompact(static_cast<int>(grown))) return Internals::AddWide(l, r);
-    return Internals::TrimmedResult(grown, {static_cast<std::uint32_t>(sum), Internals::LowMask(wider)},
-                                    Internals::Flags(wider));
+    if (!KVAL_UINTEGER::IsCompact(static_cast<int>(grown)))
+        return Internals::PairResult(grown, {sum, Internals::LowMask(wider)}, flags);
+    return Internals::TrimmedResult(grown, {static_cast<std::uint32_t>(sum), Internals::LowMask(wider)}, flags);
 }
 
 inline KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
+    // The borrow behind a compact right operand has a rule of its own.
+    if (Internals::Pairs(l, r)) {
+        return Internals::TrimmedPair(l.bitwidth(),
+                                      {Internals::LowPair(l) - Internals::LowPair(r), Internals::LowPairMask(l)},
+                                      Internals::Flags(l));
+    }
     if (!l.IsCompact()) return Internals::SubWide(l, r);
     return Internals::TrimmedResult(l.bitwidth(), {l.uint() - r.uint(), Internals::LowMask(l)}, Internals::Flags(l));
 }
@@ -470,6 +670,9 @@ inline KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 // ---- shifts ----
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator<<=(unsigned count) noexcept {
+    using kval::detail::Internals;
+    if (Internals::IsPair(*this))
+        return Internals::ChangedPair(*this, Internals::ShiftedLeft(Internals::LowPairs(*this), count));
     if (!IsCompact()) return ShlAssignWide(count);
     // Deliberate, here and in every compact shift: the count is taken modulo 32, and 32 shifts by nothing.
     uvalue.word <<= count & 31U;
@@ -478,6 +681,9 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::operator<<=(unsigned count) noexcept {
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator>>=(unsigned count) noexcept {
+    using kval::detail::Internals;
+    if (Internals::IsPair(*this))
+        return Internals::ChangedPair(*this, Internals::ShiftedRight(Internals::LowPairs(*this), count, width));
     if (!IsCompact()) return ShrAssignWide(count);
     uvalue.word >>= count & 31U;
     xmask.word >>= count & 31U;
@@ -491,6 +697,9 @@ inline KVAL_UINTEGER operator<<(const KVAL_UINTEGER& v, unsigned count) {
 inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
     using kval::detail::Internals;
     const unsigned width = count < v.bitwidth() ? v.bitwidth() - count : 1;
+    if (Internals::IsPair(width) && Internals::IsPair(v))
+        return Internals::PairResult(width, Internals::ShiftedRight(Internals::LowPairs(v), count, width),
+                                     Internals::Flags(v));
     if (!KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return Internals::ShrWide(v, count, width);
     if (v.IsCompact()) {
         return Internals::TrimmedResult(width, {v.uint() >> (count & 31U), Internals::LowMask(v) >> (count & 31U)},
@@ -512,10 +721,14 @@ inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
 inline KVAL_UINTEGER operator*(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     const unsigned width = l.bitwidth() + r.bitwidth();
-    if (!Internals::Compact(l, r) || !KVAL_UINTEGER::IsCompact(static_cast<int>(width)))
-        return Internals::MulWide(l, r);
-    if (l.is_x() || r.is_x()) return Internals::AllXResult(width, 0, 0);
-    return Internals::TrimmedResult(width, {l.uint() * r.uint(), 0}, 0);
+    if (!Internals::UpToPairs(l, r) || width > 64) return Internals::MulWide(l, r);
+    const bool all_x = l.is_x() || r.is_x();
+    if (KVAL_UINTEGER::IsCompact(static_cast<int>(width))) {
+        if (all_x) return Internals::AllXResult(width, 0, 0);
+        return Internals::TrimmedResult(width, {l.uint() * r.uint(), 0}, 0);
+    }
+    if (all_x) return Internals::AllXPair(width, 0, 0);
+    return Internals::TrimmedPair(width, {Internals::LowPair(l) * Internals::LowPair(r), 0}, 0);
 }
 
 inline KVAL_UINTEGER operator/(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
@@ -536,23 +749,29 @@ inline KVAL_UINTEGER operator%(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 
 inline bool operator>(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     using kval::detail::Internals;
-    return Internals::Compact(l, r) ? l.uint() > r.uint() : Internals::CompareWide(l, r) > 0;
+    if (Internals::Compact(l, r)) return l.uint() > r.uint();
+    return Internals::UpToPairs(l, r) ? Internals::LowPair(l) > Internals::LowPair(r)
+                                      : Internals::CompareWide(l, r) > 0;
 }
 
 inline bool operator>=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     using kval::detail::Internals;
-    return Internals::Compact(l, r) ? l.uint() >= r.uint() : Internals::CompareWide(l, r) >= 0;
+    if (Internals::Compact(l, r)) return l.uint() >= r.uint();
+    return Internals::UpToPairs(l, r) ? Internals::LowPair(l) >= Internals::LowPair(r)
+                                      : Internals::CompareWide(l, r) >= 0;
 }
 
 inline bool operator<(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept { return r > l; }
 inline bool operator<=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept { return r >= l; }
 
 inline bool operator>(const KVAL_UINTEGER& v, unsigned number) noexcept {
-    return v.IsCompact() ? v.uint() > number : kval::detail::Internals::CompareWide(v, number) > 0;
+    using kval::detail::Internals;
+    return v.bitwidth() <= 64 ? Internals::LowPair(v) > number : Internals::CompareWide(v, number) > 0;
 }
 
 inline bool operator>=(const KVAL_UINTEGER& v, unsigned number) noexcept {
-    return v.IsCompact() ? v.uint() >= number : kval::detail::Internals::CompareWide(v, number) >= 0;
+    using kval::detail::Internals;
+    return v.bitwidth() <= 64 ? Internals::LowPair(v) >= number : Internals::CompareWide(v, number) >= 0;
 }
 
 inline bool operator>(unsigned number, const KVAL_UINTEGER& v) noexcept { return !(v >= number); }
@@ -564,14 +783,19 @@ inline bool operator<=(unsigned number, const KVAL_UINTEGER& v) noexcept { retur
 
 inline bool KVAL_UINTEGER::operator==(const KVAL_UINTEGER& other) const noexcept {
     using kval::detail::Internals;
-    if (!Internals::Compact(*this, other)) return Internals::IdenticalWide(*this, other);
+    if (!Internals::UpToPairs(*this, other)) return Internals::IdenticalWide(*this, other);
+    if (!Internals::Compact(*this, other)) {
+        return Internals::LowPair(*this) == Internals::LowPair(other) &&
+               Internals::LowPairMask(*this) == Internals::LowPairMask(other) &&
+               Internals::Flags(*this) == Internals::Flags(other);
+    }
     return uvalue.word == other.uvalue.word && xmask.word == other.xmask.word &&
            Internals::Flags(*this) == Internals::Flags(other);
 }
 
 inline bool KVAL_UINTEGER::operator==(unsigned number) const noexcept {
     if (kval::detail::Internals::Flags(*this) != 0) return false;
-    return IsCompact() ? uvalue.word == number : IsNumberWide(number);
+    return ReadsNumber(number);
 }
 
 inline bool operator==(unsigned number, const KVAL_UINTEGER& v) noexcept { return v == number; }
