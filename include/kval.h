@@ -240,13 +240,11 @@ class KVAL_UINTEGER {
     void CopyFlags(const KVAL_UINTEGER& other) noexcept;
     void TakeFrom(KVAL_UINTEGER& other) noexcept;
     bool Wrapped(const KVAL_UINTEGER& other, unsigned count) const noexcept;
-    template <typename Rule>
-    KVAL_UINTEGER& CombineLowWord(const KVAL_UINTEGER& other, Rule rule) noexcept;
     void OwnPlanes(const kval::detail::Planes& planes, std::size_t words) noexcept;
-    template <typename Rule>
-    KVAL_UINTEGER& CombineLowPair(const KVAL_UINTEGER& other, Rule rule) noexcept;
     bool ReadsNumber(unsigned number) const noexcept;
     void AllocateWide(std::size_t words);
+    void CopyLarge(const KVAL_UINTEGER& other);
+    void ShiftedCopyLarge(const KVAL_UINTEGER& other, unsigned count, bool left);
     void ReleaseWide() noexcept;
     const char* KeepText(char* text, std::uint8_t kind) const noexcept;
 
@@ -263,8 +261,6 @@ class KVAL_UINTEGER {
     KVAL_API bool IsNumberWide(unsigned number) const noexcept;
     KVAL_API KVAL_UINTEGER& ForceXWide() noexcept;
     KVAL_API unsigned HashWide() const noexcept;
-    KVAL_API KVAL_UINTEGER& AndAssignWide(const KVAL_UINTEGER& other) noexcept;
-    KVAL_API KVAL_UINTEGER& OrAssignWide(const KVAL_UINTEGER& other) noexcept;
     KVAL_API KVAL_UINTEGER& AddAssignWide(const KVAL_UINTEGER& other) noexcept;
     KVAL_API KVAL_UINTEGER& AddAssignWide(unsigned number) noexcept;
     KVAL_API KVAL_UINTEGER& SubAssignWide(const KVAL_UINTEGER& other) noexcept;

@@ -4,6 +4,7 @@
 #include "kval.h"
 #include "value/storage.h"
 #include "words/carry.h"
+#include "words/transform.h"
 
 using kval::words::Word;
 
@@ -23,19 +24,10 @@ void subtract_compact(Word* out, const Word* l, std::size_t size, Word r) {
 
 }  // namespace
 
-// The end of every wide sum: `result` holds the sum of `width` bits without its carry, and has room for a bit more.
-void Internals::FinishSum(KVAL_UINTEGER& result, unsigned width, bool carry) {
-    const std::size_t size = word_count(width);
-    const unsigned grown = width + 1;
-    if (word_count(grown) > size) {
-        result.uvalue.words[size] = static_cast<Word>(carry);
-        result.xmask.words[size] = 0;
-    }
-    const unsigned top = width % words::kWordBits;
-    const bool grows = carry || (top != 0 && (result.uvalue.words[size - 1] >> top & 1U) != 0);
-    if (grows) check_width(grown);
-    result.width = grows ? grown : width;
-    result.EnforceWidth();
+// The end of a sum that may be the widest there is, and grow too wide.
+void Internals::FinishWideSum(KVAL_UINTEGER& sum, unsigned width, bool carry) {
+    if (width == kMaxWidth && SumGrows(sum, width, carry)) throw std::bad_alloc();
+    FinishSum(sum, width, carry);
 }
 
 KVAL_UINTEGER Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
@@ -46,8 +38,10 @@ KVAL_UINTEGER Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
     KVAL_UINTEGER result(std::min(grown, kMaxWidth), word_count(grown), Flags(wider));
     Word* value = result.uvalue.words;
     const bool carry = words::add(value, w.value, n.value, n.size);
-    std::copy_n(w.mask, w.size, result.xmask.words);
-    FinishSum(result, wider.width, words::add_carry(value + n.size, w.value + n.size, w.size - n.size, carry));
+    words::copy(result.xmask.words, w.mask, w.size);
+    FinishWideSum(
+        result, wider.width,
+        n.size == w.size ? carry : words::add_carry(value + n.size, w.value + n.size, w.size - n.size, carry));
     return result;
 }
 
@@ -61,9 +55,9 @@ KVAL_UINTEGER Internals::SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
     } else {
         const std::size_t both = std::min(from.size, less.size);
         const bool borrow = words::subtract(value, from.value, less.value, both);
-        words::subtract_borrow(value + both, from.value + both, from.size - both, borrow);
+        if (both < from.size) words::subtract_borrow(value + both, from.value + both, from.size - both, borrow);
     }
-    std::copy_n(from.mask, from.size, result.xmask.words);
+    words::copy(result.xmask.words, from.mask, from.size);
     result.EnforceWidth();
     return result;
 }

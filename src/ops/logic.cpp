@@ -1,65 +1,47 @@
 // Bitwise logic on wide values: AND and OR by the four-state rules (kval/detail/four_state.h), XOR and NOT.
 #include <algorithm>
-#include <functional>
 
 #include "kval.h"
 #include "value/storage.h"
 #include "words/transform.h"
 
-using kval::detail::FourStateAnd;
-using kval::detail::FourStateOr;
-using kval::detail::Internals;
-using kval::words::Word;
-
 // Deliberate, for & and | alike, binary and in place: only the words that both operands have are combined. Beyond the
 // shorter operand the words of the longer one stand as they are, as if AND met all ones there; inside the shorter one's
 // top word its missing bits are 0.
 
-namespace {
-
-template <typename Rule>
-void combine_in_place(Word* value, Word* mask, std::size_t size, const Internals::View& r, Rule rule) {
-    kval::words::combine_in_place(value, mask, r.value, r.mask, std::min(size, r.size), rule);
-}
-
-template <typename Rule>
-void combine(Word* value, Word* mask, const Internals::View& l, const Internals::View& r, Rule rule) {
-    const Internals::View& longer = l.size > r.size ? l : r;
-    const std::size_t both = std::min(l.size, r.size);
-    kval::words::combine(value, mask, l.value, l.mask, r.value, r.mask, both, rule);
-    std::copy(longer.value + both, longer.value + longer.size, value + both);
-    std::copy(longer.mask + both, longer.mask + longer.size, mask + both);
-}
-
-}  // namespace
-
-KVAL_UINTEGER& KVAL_UINTEGER::AndAssignWide(const KVAL_UINTEGER& other) noexcept {
-    combine_in_place(uvalue.words, xmask.words, kval::word_count(width), Internals::Words(other), FourStateAnd());
-    UniteFlags(other);
-    return Changed();
-}
-
-KVAL_UINTEGER& KVAL_UINTEGER::OrAssignWide(const KVAL_UINTEGER& other) noexcept {
-    combine_in_place(uvalue.words, xmask.words, kval::word_count(width), Internals::Words(other), FourStateOr());
-    UniteFlags(other);
-    return Changed();
-}
-
 namespace kval::detail {
 
-KVAL_UINTEGER Internals::AndWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-    const unsigned width = Wider(l, r).width;
-    KVAL_UINTEGER result(width, word_count(width), 0);
-    combine(result.uvalue.words, result.xmask.words, Words(l), Words(r), FourStateAnd());
+// The flags are united by the caller.
+template <typename Rule>
+KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, Rule rule) noexcept {
+    const View from = Words(other);
+    Word* value = v.uvalue.words;
+    Word* mask = v.xmask.words;
+    words::combine(value, mask, value, mask, from.value, from.mask, std::min(Size(v), from.size), rule);
+    return ChangedWide(v);
+}
+
+template <typename Rule>
+KVAL_UINTEGER Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
+    const View a = Words(l);
+    const View b = Words(r);
+    const std::size_t both = std::min(a.size, b.size);
+    KVAL_UINTEGER result(Wider(l, r).width, std::max(a.size, b.size), 0);
+    Word* value = result.uvalue.words;
+    Word* mask = result.xmask.words;
+    words::combine(value, mask, a.value, a.mask, b.value, b.mask, both, rule);
+    if (a.size != b.size) {
+        const View& longer = a.size > b.size ? a : b;
+        words::copy(value + both, longer.value + both, longer.size - both);
+        words::copy(mask + both, longer.mask + both, longer.size - both);
+    }
     return result;
 }
 
-KVAL_UINTEGER Internals::OrWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-    const unsigned width = Wider(l, r).width;
-    KVAL_UINTEGER result(width, word_count(width), 0);
-    combine(result.uvalue.words, result.xmask.words, Words(l), Words(r), FourStateOr());
-    return result;
-}
+template KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, FourStateAnd rule);
+template KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, FourStateOr rule);
+template KVAL_UINTEGER Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, FourStateAnd rule);
+template KVAL_UINTEGER Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, FourStateOr rule);
 
 // The result starts as the wider operand, x-mask and flags included, and keeps them but for the value words that both
 // have.
@@ -71,12 +53,12 @@ KVAL_UINTEGER Internals::XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
     const std::size_t both = all_x ? 0 : std::min(from.size, other.size);
     KVAL_UINTEGER result(wider.width, from.size, Flags(wider));
     Word* value = result.uvalue.words;
-    std::transform(from.value, from.value + both, other.value, value, std::bit_xor<>());
-    std::copy(from.value + both, from.value + from.size, value + both);
+    words::map(value, from.value, other.value, both, Xor());
+    words::copy(value + both, from.value + both, from.size - both);
     if (all_x) {
         result.force_x();
     } else {
-        std::copy_n(from.mask, from.size, result.xmask.words);
+        words::copy(result.xmask.words, from.mask, from.size);
     }
     return result;
 }
@@ -84,8 +66,8 @@ KVAL_UINTEGER Internals::XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
 KVAL_UINTEGER Internals::NotWide(const KVAL_UINTEGER& v) {
     const View from = Words(v);
     KVAL_UINTEGER result(v.width, from.size, Flags(v));
-    std::transform(from.value, from.value + from.size, result.uvalue.words, std::bit_not<>());
-    std::copy_n(from.mask, from.size, result.xmask.words);
+    words::map(result.uvalue.words, from.value, from.value, from.size, Not());
+    words::copy(result.xmask.words, from.mask, from.size);
     result.EnforceWidth();
     return result;
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "kval.h"
+#include "value/scratch.h"
 #include "value/storage.h"
 #include "words/multiply.h"
 
@@ -26,11 +27,10 @@ KVAL_UINTEGER Internals::MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
     if (KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return TrimmedResult(width, {l.uint() * r.uint(), 0}, 0);
     const View a = Words(l);
     const View b = Words(r);
-    const View& longer = a.size > b.size ? a : b;
-    const View& shorter = a.size > b.size ? b : a;
     const std::size_t size = word_count(width);
     KVAL_UINTEGER result(width, size, 0);
-    words::multiply(result.uvalue.words, size, longer.value, longer.size, shorter.value, shorter.size);
+    Scratch scratch(words::multiply_scratch(size, a.size, b.size));
+    words::multiply(result.uvalue.words, size, a.value, a.size, b.value, b.size, scratch.words());
     std::fill_n(result.xmask.words, size, Word{0});
     result.EnforceWidth();
     return result;

@@ -1,4 +1,7 @@
 // The additive feedback generator: one process-wide state, in its own table or in a buffer of the caller's.
+#include "random/generator.h"
+
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -7,6 +10,7 @@
 
 namespace {
 
+using kval::words::Word;
 using State = std::uint64_t;
 
 constexpr int kTypes = 5;
@@ -18,6 +22,8 @@ constexpr std::array<unsigned long, kTypes> kThreshold = {8, 32, 64, 128, 256};
 constexpr State kLinearFactor = 1103515245;   // one step of type 0
 constexpr State kSeedingFactor = 1103515145;  // deliberate: another factor fills a state from its seed
 constexpr State kIncrement = 12345;
+
+constexpr std::size_t kMany = 16;  // so many words are worth the preparations of draw_many
 
 // Signed 32-bit values, stored sign-extended. Fixed data: no seed gives them.
 consteval State initial(std::uint32_t word) { return static_cast<State>(static_cast<std::int32_t>(word)); }
@@ -58,67 +64,130 @@ constinit State initial_table[32] = {
     initial(0x798F8829),
 };
 
-// A buffer of any alignment: a saved-position word, and the state behind it.
-class Buffer {
-  public:
-    constexpr explicit Buffer(void* start) : start_(start) {}
+State load(const void* address) {
+    State word;
+    std::memcpy(&word, address, sizeof word);
+    return word;
+}
 
-    [[nodiscard]] void* start() const { return start_; }
-    [[nodiscard]] State position() const { return load(0); }
-    void save_position(State position) const { store(0, position); }
-    [[nodiscard]] State word(int index) const { return load(index + 1); }
-    void set_word(int index, State word) const { store(index + 1, word); }
+void store(void* address, State word) { std::memcpy(address, &word, sizeof word); }
 
-  private:
-    [[nodiscard]] State load(int index) const {
-        State word;
-        std::memcpy(&word, static_cast<const char*>(start_) + index * static_cast<long>(sizeof word), sizeof word);
-        return word;
-    }
-    void store(int index, State word) const {
-        std::memcpy(static_cast<char*>(start_) + index * static_cast<long>(sizeof word), &word, sizeof word);
-    }
+// The address of the state word that is `words` after the one at `start`. A buffer may have any alignment, and so is no
+// array of State.
+void* plus(void* start, std::ptrdiff_t words) {
+    return static_cast<char*>(start) + words * static_cast<std::ptrdiff_t>(sizeof(State));
+}
 
-    void* start_;
-};
-
+// A buffer holds a word for the saved position, and the state behind it. A step adds the state word at the rear to the
+// one at the front, and both move on, cyclically. Between two wraps of either, their distance stays: the steps of such
+// a run move one address only, up to where the run ends.
 struct Generator {
+    void* front = initial_table + 4;
+    void* stop = initial_table + 32;  // where the run ends; type 0 has no runs, and front and stop never differ
+    std::ptrdiff_t distance = -3;     // from the front to the rear
+    void* buffer = initial_table;
     int type = 3;
-    int front = 3;  // indices of state words: the one that is updated next, and the one that is added to it
-    int rear = 0;
-    Buffer buffer = Buffer(initial_table);
 
     [[nodiscard]] int degree() const { return kDegree[static_cast<std::size_t>(type)]; }
     [[nodiscard]] int separation() const { return kSeparation[static_cast<std::size_t>(type)]; }
+    [[nodiscard]] void* word(std::ptrdiff_t index) const { return plus(buffer, 1 + index); }
+    [[nodiscard]] void* end() const { return word(degree()); }
 
     State next() {
-        if (type == 0) {
-            const State word = (buffer.word(0) * kLinearFactor + kIncrement) & 0x7FFFFFFFFFFFFFFF;
-            buffer.set_word(0, word);
-            return word;
+        if (front == stop) [[unlikely]] {
+            if (type == 0) return next_linear();
+            start_run(front);
         }
-        const State sum = buffer.word(front) + buffer.word(rear);
-        buffer.set_word(front, sum);
-        front = following(front);
-        rear = following(rear);
+        const State sum = load(front) + load(plus(front, distance));
+        store(front, sum);
+        front = plus(front, 1);
         return sum >> 1;
     }
-    [[nodiscard]] int following(int index) const { return index + 1 == degree() ? 0 : index + 1; }
+
+    [[nodiscard]] State next_linear() const {
+        const State drawn = (load(word(0)) * kLinearFactor + kIncrement) & 0x7FFFFFFFFFFFFFFF;
+        store(word(0), drawn);
+        return drawn;
+    }
+
+    // Starts the run of the front at this word, or at the first one if this is the end of the state.
+    void start_run(void* start) {
+        front = start == end() ? word(0) : start;
+        const bool wrapped = front < word(separation());  // but the rear has not: it leads, up to the end of the state
+        stop = wrapped ? word(separation()) : end();
+        distance = wrapped ? degree() - separation() : -separation();
+    }
+
+    void seek(int rear) {
+        if (type == 0) {
+            front = stop = buffer;
+        } else {
+            start_run(word((rear + separation()) % degree()));
+        }
+    }
+    [[nodiscard]] int rear_index() const {
+        if (type == 0) return 0;
+        const std::ptrdiff_t bytes = static_cast<char*>(front) - static_cast<char*>(word(0));
+        return (static_cast<int>(bytes / static_cast<std::ptrdiff_t>(sizeof(State))) + degree() - separation()) %
+               degree();
+    }
+
+    void draw(Word* out, std::size_t count) {
+        if (type == 0 || count < kMany) {
+            for (std::size_t i = 0; i < count; ++i) out[i] = static_cast<Word>(next());
+        } else if (separation() == 1) {
+            draw_many<1>(out, count);
+        } else {
+            draw_many<3>(out, count);
+        }
+    }
+
+    // The sum of some steps ago.
+    [[nodiscard]] State latest(int steps) const {
+        return load(word((rear_index() + separation() + degree() - steps) % degree()));
+    }
+
+    // What the rear meets is a sum of one or three steps ago. With the three latest at hand it need not be read again,
+    // and only the front wraps. Not inline: short draws would save and restore its registers too.
+    template <int kSeparated>
+    [[gnu::noinline]] void draw_many(Word* out, std::size_t count) {
+        State third = latest(3);
+        State second = latest(2);
+        State first = latest(1);
+        void* at = front;
+        while (count > 0) {
+            if (at == end()) at = word(0);
+            const auto to_end = static_cast<std::size_t>(static_cast<char*>(end()) - static_cast<char*>(at));
+            const std::size_t steps = std::min(count, to_end / sizeof(State));
+            for (std::size_t i = 0; i < steps; ++i, at = plus(at, 1)) {
+                const State sum = load(at) + (kSeparated == 1 ? first : third);
+                third = second;
+                second = first;
+                first = sum;
+                store(at, sum);
+                out[i] = static_cast<Word>(sum >> 1);
+            }
+            out += steps;
+            count -= steps;
+        }
+        start_run(at);
+    }
 
     void restart(std::uint32_t seed) {
-        State word = seed;
-        buffer.set_word(0, word);
-        if (type == 0) return;
+        State filling = seed;
+        store(word(0), filling);
         for (int i = 1; i < degree(); ++i) {
-            word = word * kSeedingFactor + kIncrement;
-            buffer.set_word(i, word);
+            filling = filling * kSeedingFactor + kIncrement;
+            store(word(i), filling);
         }
-        front = separation();
-        rear = 0;
+        seek(0);
         for (int i = 0; i < 10 * degree(); ++i) next();
     }
 
-    void save_position() const { buffer.save_position(type == 0 ? 0 : static_cast<State>(kTypes * rear + type)); }
+    void save_position() const {
+        const int position = kTypes * rear_index() + type;
+        store(buffer, static_cast<State>(position));
+    }
 };
 
 // In use before any static constructor runs.
@@ -131,27 +200,33 @@ void* refuse() {
 
 }  // namespace
 
+namespace kval {
+
+void draw_words(words::Word* out, std::size_t count) { generator.draw(out, count); }
+
+}  // namespace kval
+
 std::int64_t kval_random() noexcept { return static_cast<std::int64_t>(generator.next()); }
 
 void kval_srandom(unsigned seed) noexcept { generator.restart(seed); }
 
 void* kval_initstate(unsigned seed, void* buffer, unsigned long bytes) noexcept {
-    void* previous = generator.buffer.start();
+    void* previous = generator.buffer;
     generator.save_position();
     if (bytes < kThreshold[0] || buffer == nullptr) return refuse();
     int type = 0;
     while (type + 1 < kTypes && bytes >= kThreshold[static_cast<std::size_t>(type) + 1]) ++type;
     generator.type = type;
-    generator.buffer = Buffer(buffer);
+    generator.buffer = buffer;
     generator.restart(seed);
     generator.save_position();
     return previous;
 }
 
 void* kval_setstate(void* buffer) noexcept {
-    void* previous = generator.buffer.start();
+    void* previous = generator.buffer;
     // Read before the current position is saved: it may be the same buffer.
-    const auto position = buffer != nullptr ? static_cast<std::int64_t>(Buffer(buffer).position()) : -1;
+    const auto position = buffer != nullptr ? static_cast<std::int64_t>(load(buffer)) : -1;
     generator.save_position();
     const auto type = static_cast<int>(position % kTypes);
     const auto rear = static_cast<int>(position / kTypes);
@@ -160,10 +235,7 @@ void* kval_setstate(void* buffer) noexcept {
     const int degree = kDegree[static_cast<std::size_t>(type)];
     if (type != 0 && (rear < 0 || rear >= degree)) return refuse();
     generator.type = type;
-    generator.buffer = Buffer(buffer);
-    if (type != 0) {
-        generator.rear = rear;
-        generator.front = (rear + generator.separation()) % degree;
-    }
+    generator.buffer = buffer;
+    generator.seek(rear);
     return previous;
 }

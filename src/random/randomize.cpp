@@ -1,20 +1,28 @@
 // Random bits for values.
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 
 #include "kval.h"
+#include "random/generator.h"
 #include "value/storage.h"
 
 using kval::words::Word;
 
 KVAL_UINTEGER& KVAL_UINTEGER::randomize() noexcept {
-    const int size = IsCompact() ? 1 : get_size();
-    for (int i = 0; i < size; ++i) {
-        set_uvalue_at(i, static_cast<Word>(kval_random()));
-        set_xmask_at(i, 0);
+    if (IsCompact()) {
+        uvalue.word = static_cast<Word>(kval_random()) & TopMask(width);
+        xmask.word = 0;
+    } else {
+        const std::size_t size = kval::word_count(width);
+        kval::draw_words(uvalue.words, size);
+        uvalue.words[size - 1] &= TopMask(width);
+        // Cleared, and so not trimmed: to read one word back at once could take longer than all the rest.
+        std::fill_n(xmask.words, size, Word{0});
     }
     flags = static_cast<std::uint8_t>(flags & ~kFourState);
-    return Changed();
+    DeleteString();
+    return *this;
 }
 
 // Deliberate: positions are drawn below `count`, not below the width, until each of them was drawn once, and the cached

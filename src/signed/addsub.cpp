@@ -100,7 +100,7 @@ KVAL_SINTEGER SignedInternals::AddWide(const KVAL_SINTEGER& a, const KVAL_SINTEG
     const ExtendedWords y(b, width);
     KVAL_SINTEGER sum = Room(width, Internals::Flags(b));
     y.copy_mask(sum.xmask.words);
-    Internals::FinishSum(sum, width, add(sum.uvalue.words, x, y));
+    Internals::FinishWideSum(sum, width, add(sum.uvalue.words, x, y));
     const bool a_negative = Negative(a);
     const bool b_negative = Negative(b);
     const bool less = a_negative != b_negative && (a_negative ? less_magnitude(b, a) : less_magnitude(a, b));
@@ -126,7 +126,7 @@ KVAL_SINTEGER SignedInternals::AddWide(const KVAL_SINTEGER& a, const KVAL_UINTEG
         AssignInPlace(sum, width + 1);
         return sum;
     }
-    Internals::FinishSum(sum, width, carry);
+    Internals::FinishWideSum(sum, width, carry);
     AssignInPlace(sum, width + 1);
     if (Negative(sum)) {
         // Deliberate: a sign is cleared where no operand has one, but a width of whole words keeps it and grows by a
@@ -197,7 +197,7 @@ KVAL_SINTEGER SignedInternals::SumWithMagnitude(unsigned result_width, unsigned 
         // The magnitude is trimmed, x-mask included, before it is added.
         sum.xmask.words[b.size() - 1] &= Internals::TopMask(width);
         const auto store = [value](std::size_t i, Word word) { value[i] = word; };
-        Internals::FinishSum(sum, width, add_words(0, a, magnitude, false, store));
+        Internals::FinishWideSum(sum, width, add_words(0, a, magnitude, false, store));
         AssignInPlace(sum, result_width);
         return sum;
     }

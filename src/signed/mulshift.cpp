@@ -1,27 +1,15 @@
 // Products with a signed operand that are wide, and the arithmetic right shifts of wide values.
 #include <algorithm>
-#include <memory>
 
 #include "kval.h"
 #include "signed/extended.h"
+#include "value/scratch.h"
 #include "value/storage.h"
 #include "words/carry.h"
 #include "words/multiply.h"
 
 namespace kval::detail {
 namespace {
-
-// Room for the words of magnitudes: on the stack while they are few, else in the one temporary array of a product.
-class Scratch {
-  public:
-    explicit Scratch(std::size_t size) : many_(size > kFew ? std::make_unique_for_overwrite<Word[]>(size) : nullptr) {}
-    Word* words() { return many_ ? many_.get() : few_; }
-
-  private:
-    static constexpr std::size_t kFew = 4;
-    Word few_[kFew];
-    std::unique_ptr<Word[]> many_;
-};
 
 // By the stored words, of which a moved-from value has one.
 std::size_t scratch_size(const KVAL_UINTEGER& v, bool negative) { return negative ? Internals::Words(v).size : 0; }
@@ -48,17 +36,16 @@ KVAL_SINTEGER SignedInternals::ProductWide(const KVAL_UINTEGER& a, bool a_negati
         return all_x;
     }
     const std::size_t a_scratch = scratch_size(a, a_negative);
-    Scratch scratch(a_scratch + scratch_size(b, b_negative));
+    const std::size_t magnitudes = a_scratch + scratch_size(b, b_negative);
+    const std::size_t size = word_count(width);
+    Scratch scratch(magnitudes + words::multiply_scratch(size, Internals::Words(a).size, Internals::Words(b).size));
     const Internals::View x = magnitude(a, a_negative, scratch.words());
     const Internals::View y = magnitude(b, b_negative, scratch.words() + a_scratch);
     const bool negative = a_negative != b_negative;
     // Wide operands have a compact product only where the sum of the widths wraps.
     if (width <= 32) return Product(width, x.value[0], y.value[0], false, negative);
-    const std::size_t size = word_count(width);
     KVAL_SINTEGER product(width, size, 0);
-    const Internals::View& longer = x.size > y.size ? x : y;
-    const Internals::View& shorter = x.size > y.size ? y : x;
-    words::multiply(product.uvalue.words, size, longer.value, longer.size, shorter.value, shorter.size);
+    words::multiply(product.uvalue.words, size, x.value, x.size, y.value, y.size, scratch.words() + magnitudes);
     std::fill_n(product.xmask.words, size, Word{0});
     if (negative) words::negate(product.uvalue.words, product.uvalue.words, size);
     product.EnforceWidth();

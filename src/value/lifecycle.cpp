@@ -25,8 +25,8 @@ void KVAL_UINTEGER::ConstructWide(unsigned value) {
 void KVAL_UINTEGER::CopyWide(const KVAL_UINTEGER& other) {
     const std::size_t size = kval::word_count(width);
     AllocateWide(size);
-    std::copy_n(other.uvalue.words, size, uvalue.words);
-    std::copy_n(other.xmask.words, size, xmask.words);
+    kval::words::copy(uvalue.words, other.uvalue.words, size);
+    kval::words::copy(xmask.words, other.xmask.words, size);
 }
 
 void KVAL_UINTEGER::ShiftedCopyWide(const KVAL_UINTEGER& other, unsigned count, bool left) {

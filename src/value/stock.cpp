@@ -16,42 +16,36 @@ namespace kval::detail {
 namespace {
 
 // How many pairs of a length are kept: many of the short ones that the temporaries of an expression take.
-constexpr std::size_t room_for(std::size_t words) {
+constexpr std::uint32_t room_for(std::size_t words) {
     if (words < 2) return 0;  // such values own no arrays
-    if (words <= 8) return 32;
-    if (words <= 32) return 12;
+    if (words <= 16) return Shelf::kSlots;
     return words <= 64 ? 4 : 2;
 }
 
-constexpr std::size_t total_room() {
-    std::size_t pairs = 0;
-    for (std::size_t words = 0; words <= Stock::kLongest; ++words) pairs += room_for(words);
-    return pairs;
+// How many more pairs are made when one is missing, so that a loop that takes and gives back one at a time has some to
+// go round: only of lengths that cost little.
+constexpr int more_of(std::size_t words) { return words <= 8 ? 3 : 0; }
+
+void release(std::uint32_t* value, std::uint32_t* mask) noexcept {
+    delete[] value;
+    delete[] mask;
 }
 
 // A stock with its room.
 struct FullStock : Stock {
     FullStock() : Stock{} {
-        Planes* room = pairs.data();
-        for (std::size_t words = 0; words <= kLongest; ++words) {
-            shelves[words] = {room, room, room + room_for(words)};
-            room += room_for(words);
-        }
+        for (std::size_t words = 0; words <= kLongest; ++words) shelves[words].room = room_for(words);
     }
     ~FullStock() {
         for (Shelf& shelf : shelves) {
-            while (shelf.top != shelf.begin) release(*--shelf.top);
+            while (shelf.HasOne()) {
+                const Planes planes = shelf.Take();
+                release(planes.value, planes.mask);
+            }
         }
     }
     FullStock(const FullStock&) = delete;
     FullStock& operator=(const FullStock&) = delete;
-
-    static void release(Planes planes) noexcept {
-        delete[] planes.value;
-        delete[] planes.mask;
-    }
-
-    std::array<Planes, total_room()> pairs;  // no more of it is written than is kept
 };
 
 constexpr std::size_t most_bytes() {
@@ -63,19 +57,16 @@ constexpr std::size_t most_bytes() {
 }
 static_assert(most_bytes() <= std::size_t{256} * 1024, "a thread keeps at most 256 KiB");
 
-// Without room: a thread's first, and what it has once it keeps nothing any more.
-constinit const Stock unopened{};
-constinit const Stock closed{};
-
-// Nothing is stored by way of it: it is as full as it is empty.
-Stock* without_room(const Stock& stock) { return const_cast<Stock*>(&stock); }
+// Without room: a thread's first stock, and the last.
+constinit Stock unopened{};
+constinit Stock closed{};
 
 bool is_open() { return stock != &unopened && stock != &closed; }
 
 // Ends this thread's stock; what its last values give back goes to the heap.
 void close_stock() noexcept {
     const std::unique_ptr<FullStock> ended(is_open() ? static_cast<FullStock*>(stock) : nullptr);
-    stock = without_room(closed);
+    stock = &closed;
 }
 
 // The system calls this at the end of a thread that has a stock.
@@ -102,29 +93,47 @@ struct ThreadEnd {
 // This thread's first stock. It goes on without one where there is no memory for it.
 void open_stock() noexcept {
     static const ThreadEnd thread_end;
-    stock = without_room(closed);
+    stock = &closed;
     if (!thread_end.exists) return;
     std::unique_ptr<FullStock> opened(new (std::nothrow) FullStock);
     if (opened && pthread_setspecific(thread_end.key, opened.get()) == 0) stock = opened.release();
 }
 
-}  // namespace
-
-constinit __thread Stock* stock __attribute__((tls_model("initial-exec"))) = const_cast<Stock*>(&unopened);
-
-Planes NewPlanes(std::size_t words) {
-    if (stock == &unopened) open_stock();
+Planes new_pair(std::size_t words) {
     auto value = std::make_unique_for_overwrite<std::uint32_t[]>(words);
     auto mask = std::make_unique_for_overwrite<std::uint32_t[]>(words);
     return {value.release(), mask.release()};
 }
 
-void DeletePlanes(Planes planes, std::size_t words) noexcept {
+// Puts more pairs beside one that was missing; where there is no memory for them, none.
+void add_more(std::size_t words) noexcept {
+    try {
+        for (int i = 0; i < more_of(words); ++i) {
+            const Planes more = new_pair(words);
+            GivePlanes(more.value, more.mask, words);
+        }
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+}
+
+}  // namespace
+
+constinit __thread Stock* stock __attribute__((tls_model("initial-exec"))) = &unopened;
+
+Planes NewPlanes(std::size_t words) {
+    if (stock == &unopened) open_stock();
+    const Planes planes = new_pair(words);
+    if (is_open() && words <= Stock::kLongest) add_more(words);
+    return planes;
+}
+
+void DeletePlanes(std::uint32_t* value, std::uint32_t* mask, std::size_t words) noexcept {
     if (stock == &unopened) {
         open_stock();
-        if (is_open()) return GivePlanes(planes, words);
+        if (is_open()) return GivePlanes(value, mask, words);
     }
-    FullStock::release(planes);
+    release(value, mask);
 }
 
 void KeepArrays(bool keep) noexcept {

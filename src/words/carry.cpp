@@ -1,10 +1,8 @@
 // Sums and differences over arrays of words: long ones in blocks, what is left two words a step.
 #include "words/carry.h"
 
-#include <algorithm>
-
-#include "words/carry_limbs.h"
 #include "words/carry_steps.h"
+#include "words/transform.h"
 
 namespace kval::words {
 namespace {
@@ -14,7 +12,7 @@ template <typename Blocks, typename Step>
 bool whole_chain(Word* out, const Word* a, const Word* b, std::size_t size, Blocks blocks, Step step) {
     const std::size_t done = size - size % kCarryBlock;
     const bool carry = done != 0 && blocks(out, a, b, done / kCarryBlock);
-    return chain(out + done, a + done, b + done, size - done, carry, step);
+    return chain_limbs(out + done, a + done, b + done, size - done, carry, step);
 }
 
 // Runs a carry (`step` adds or subtracts it) through words until it dies; the words above are copied as they are.
@@ -22,24 +20,26 @@ template <typename Step>
 bool ripple(Word* out, const Word* a, std::size_t size, bool carry, Step step) {
     std::size_t i = 0;
     for (; carry && i < size; ++i) out[i] = step(a[i], Word{0}, carry);
-    if (out != a) std::copy(a + i, a + size, out + i);
+    if (out != a) copy(out + i, a + i, size - i);
     return carry;
 }
 
 }  // namespace
 
-bool add(Word* out, const Word* a, const Word* b, std::size_t size) {
-    return whole_chain(out, a, b, size, add_blocks, kAddStep);
+bool add_long(Word* out, const Word* a, const Word* b, std::size_t size) {
+    return whole_chain(out, a, b, size, add_blocks, AddStep());
 }
 
-bool add_carry(Word* out, const Word* a, std::size_t size, bool carry) { return ripple(out, a, size, carry, kAddStep); }
+bool add_carry(Word* out, const Word* a, std::size_t size, bool carry) {
+    return ripple(out, a, size, carry, AddStep());
+}
 
-bool subtract(Word* out, const Word* a, const Word* b, std::size_t size) {
-    return whole_chain(out, a, b, size, subtract_blocks, kSubtractStep);
+bool subtract_long(Word* out, const Word* a, const Word* b, std::size_t size) {
+    return whole_chain(out, a, b, size, subtract_blocks, SubtractStep());
 }
 
 bool subtract_borrow(Word* out, const Word* a, std::size_t size, bool borrow) {
-    return ripple(out, a, size, borrow, kSubtractStep);
+    return ripple(out, a, size, borrow, SubtractStep());
 }
 
 // Above the lowest word that is not 0, negation is inversion.

@@ -3,14 +3,14 @@
 
 #include <algorithm>
 
-#include "words/word.h"
+#include "words/transform.h"
 
 namespace kval::words {
 
 /// out = in, cut or zero-extended from `in_size` to `size` words. The arrays do not overlap.
 inline void fit(Word* out, std::size_t size, const Word* in, std::size_t in_size) {
     const std::size_t both = std::min(size, in_size);
-    std::copy_n(in, both, out);
+    copy(out, in, both);
     std::fill(out + both, out + size, Word{0});
 }
 

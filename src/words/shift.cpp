@@ -1,47 +1,46 @@
-// Shifts over arrays of words: whole words move with the bits, two words a step between the edges.
+// Shifts over arrays of words: whole limbs of two words move with the bits. Between the edges the limbs are joined in
+// long loops; the edges, where a limb or its neighbour is missing or half, are done limb by limb.
 #include "words/shift.h"
 
 #include <algorithm>
 
-namespace kval::words {
+#include "words/shift_steps.h"
 
-// Downwards, so that in place no word is overwritten before it is read. Output word i joins the input words i - skip
-// and i - skip - 1; where one of them is missing, it counts as 0.
-void shift_left(Word* out, std::size_t out_size, const Word* in, std::size_t in_size, std::size_t count) {
-    const std::size_t skip = count / kWordBits;
-    const unsigned bits = count % kWordBits;
-    const auto joined = [=](std::size_t i) {
-        const DoubleWord high = i - skip < in_size ? in[i - skip] : 0;
-        const DoubleWord low = i - skip - 1 < in_size ? in[i - skip - 1] : 0;
-        return static_cast<Word>((high << kWordBits | low) >> (kWordBits - bits));
-    };
-    std::size_t i = out_size;
-    const std::size_t last_whole = std::min(out_size, skip + in_size);
-    for (; i > last_whole; --i) out[i - 1] = joined(i - 1);
-    for (; i >= skip + 3; i -= 2) {
-        const Word* from = in + (i - 2 - skip);
-        const DoubleWord carried = static_cast<DoubleWord>(from[-1]) << bits >> kWordBits;
-        store_pair(out + i - 2, load_pair(from) << bits | carried);
-    }
-    for (; i > skip; --i) out[i - 1] = joined(i - 1);
-    std::fill_n(out, i, Word{0});
+namespace kval::words {
+namespace {
+
+constexpr unsigned kLimbBits = 64;
+
+std::size_t limb_count(std::size_t words) { return (words + 1) / 2; }
+
+}  // namespace
+
+void shift_left_long(Word* out, std::size_t out_size, const Word* in, std::size_t in_size, std::size_t count) {
+    const std::size_t skip = std::min(count / kLimbBits, limb_count(out_size));
+    const unsigned bits = count % kLimbBits;
+    // The limbs that are whole, as are their two sources: from `joined` up to `edge`.
+    const std::size_t joined = skip + 1;
+    const std::size_t edge = std::max(joined, std::min(out_size / 2, skip + in_size / 2));
+    // Above the limb into which the highest bits move, there are zeros.
+    const std::size_t end = std::min(limb_count(out_size), skip + limb_count(in_size) + 1);
+    if (2 * end < out_size) std::fill(out + 2 * end, out + out_size, Word{0});
+    if (edge < end) shift_left_limbs(out, out_size, in, in_size, skip, bits, end, edge);
+    if (edge > joined) join_left(out + 2 * joined, in + 2, edge - joined, bits);
+    if (end > skip) shift_left_limbs(out, out_size, in, in_size, skip, bits, std::min(end, joined), skip);
+    std::fill_n(out, std::min(2 * skip, out_size), Word{0});
 }
 
-// Upwards, for the same reason. Output word i joins the input words i + skip and i + skip + 1.
-void shift_right(Word* out, std::size_t out_size, const Word* in, std::size_t in_size, std::size_t count) {
-    const std::size_t skip = count / kWordBits;
-    const unsigned bits = count % kWordBits;
-    std::size_t i = 0;
-    for (; i + 2 <= out_size && i + skip + 3 <= in_size; i += 2) {
-        const Word* from = in + i + skip;
-        const DoubleWord carried = static_cast<DoubleWord>(from[2]) << kWordBits << (kWordBits - bits);
-        store_pair(out + i, load_pair(from) >> bits | carried);
-    }
-    for (; i < out_size && i + skip < in_size; ++i) {
-        const DoubleWord high = i + skip + 1 < in_size ? in[i + skip + 1] : 0;
-        out[i] = static_cast<Word>((high << kWordBits | in[i + skip]) >> bits);
-    }
-    std::fill(out + i, out + out_size, Word{0});
+void shift_right_long(Word* out, std::size_t out_size, const Word* in, std::size_t in_size, std::size_t count) {
+    const std::size_t skip = std::min(count / kLimbBits, limb_count(in_size));
+    const unsigned bits = count % kLimbBits;
+    // The limbs that are whole, as are their two sources.
+    const std::size_t whole = in_size / 2;
+    const std::size_t edge = std::min(out_size / 2, whole > skip + 1 ? whole - skip - 1 : 0);
+    if (edge != 0) join_right(out, in + 2 * skip, edge, bits);
+    // Above the last limb that has a source, there are zeros.
+    const std::size_t filled = std::min(out_size, 2 * (limb_count(in_size) - skip));
+    shift_right_limbs(out, filled, in, in_size, skip, bits, edge);
+    std::fill(out + filled, out + out_size, Word{0});
 }
 
 }  // namespace kval::words

@@ -100,6 +100,43 @@ TEST_F(Randomize, TakesOneNumberAWordWord0First) {
     }
 }
 
+/// Draws `ahead` numbers from a state of `bytes` at an address out of alignment by `offset`, then one for each word of a
+/// value, by randomize() or number by number, and then some more. Returns all but the first ones.
+std::vector<unsigned> drawn_words(unsigned long bytes, std::size_t offset, int ahead, int words, bool by_randomize) {
+    char state[512 + 8];
+    void* const former = kval_initstate(7, state + offset, bytes);
+    for (int i = 0; i < ahead; ++i) {
+        kval_random();
+    }
+    std::vector<unsigned> drawn;
+    if (by_randomize) {
+        U v(0, 32U * static_cast<unsigned>(words));
+        v.randomize();
+        for (int i = 0; i < words; ++i) {
+            drawn.push_back(v.get_uvalue_at(i));
+        }
+    }
+    const int rest = 70 + (by_randomize ? 0 : words);
+    for (int i = 0; i < rest; ++i) {
+        drawn.push_back(static_cast<unsigned>(kval_random()));
+    }
+    EXPECT_EQ(kval_setstate(former), state + offset);
+    return drawn;
+}
+
+TEST(RandomizeWide, OneNumberAWordFromEveryTypeAndPosition) {
+    for (const unsigned long bytes : {8UL, 32UL, 64UL, 128UL, 256UL}) {
+        for (int ahead = 0; ahead <= 65; ++ahead) {
+            for (const int words : {2, 3, 7, 15, 16, 17, 31, 63, 64, 200}) {
+                const std::size_t offset = static_cast<std::size_t>(ahead + words) % 8;
+                ASSERT_EQ(drawn_words(bytes, offset, ahead, words, true),
+                          drawn_words(bytes, offset, ahead, words, false))
+                    << bytes << " bytes, position " << ahead << ", " << words << " words";
+            }
+        }
+    }
+}
+
 TEST_F(Randomize, AFiveBitValueStaysBelow32) {
     U v(0, 5);
     for (int i = 0; i < 100; ++i) {

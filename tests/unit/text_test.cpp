@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -142,6 +143,57 @@ TEST(Print, MirroredFlagLettersMeetXBits_Required) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(std::string(row.value.as_bin_string(), row.bin.size() + 1), row.bin + "\0"s);
+    }
+}
+
+// The texts as the rule builds them, digit by digit, for widths with every number of digits left over from long steps.
+
+struct Texts {
+    std::string hex;
+    std::string bin;
+};
+
+Texts texts_by_the_rule(const KVAL_UINTEGER& v, char letter) {
+    const auto digits = [&](unsigned group, int nibble) {
+        const unsigned count = (v.bitwidth() + group - 1) / group;
+        std::string text(count, '\0');
+        for (unsigned i = 0; i < count; ++i) {
+            const unsigned word = v.get_uvalue_at(static_cast<int>(i * group / 32));
+            const char digit = "0123456789ABCDEF"[word >> i * group % 32 & ((1U << group) - 1)];
+            if (v.is_x(static_cast<int>(i), nibble)) {
+                text[count - 1 - i] = 'X';
+            } else if (letter != '\0') {
+                text[i] = letter;
+            } else {
+                text[count - 1 - i] = digit;
+            }
+        }
+        return text;
+    };
+    return {digits(4, 1), digits(1, 0)};
+}
+
+void check_texts(const KVAL_UINTEGER& v, char letter) {
+    const Texts expected = texts_by_the_rule(v, letter);
+    ASSERT_EQ(std::string(v.as_hex_string(), expected.hex.size() + 1), expected.hex + '\0') << printed(v);
+    ASSERT_EQ(std::string(v.as_bin_string(), expected.bin.size() + 1), expected.bin + '\0') << printed(v);
+}
+
+TEST(Print, EveryWidthWithAndWithoutXAndFlags) {
+    std::mt19937 random(67);
+    for (unsigned width = 1; width <= 600; ++width) {
+        KVAL_UINTEGER known(0, width);
+        KVAL_UINTEGER with_x(0, width);
+        for (int i = 0; i < known.get_size(); ++i) {
+            known.set_uvalue_at(i, static_cast<unsigned>(random()));
+            with_x.set_uvalue_at(i, static_cast<unsigned>(random()));
+            with_x.set_xmask_at(i, static_cast<unsigned>(random() & random() & random()));
+        }
+        if (width % 2 == 0) known.EnforceWidth();  // else both may hold bits above the width
+        check_texts(known, '\0');
+        check_texts(with_x, '\0');
+        check_texts(marked(known, "Z"), 'Z');
+        check_texts(marked(with_x, "L"), 'L');
     }
 }
 
@@ -464,6 +516,14 @@ TEST(Parse, AValueMayBeSetFromItsOwnBinaryText) {
     EXPECT_EQ(printed(v), "33 bits 00000000 00000003");
     v.set_value_from_bin_string(v.as_bin_string() + 31);
     EXPECT_EQ(printed(v), "2 bits 00000003");
+
+    const std::string with_x = "X1" + std::string(60, '0') + "1X01";
+    v.set_value_from_bin_string(with_x.c_str());
+    v.set_value_from_bin_string(v.as_bin_string());
+    EXPECT_EQ(printed(v), "66 bits 00000001 00000000 00000009 x 00000002 00000000 00000004");
+    v.set_value_from_bin_string(v.as_bin_string() + 1);
+    EXPECT_EQ(printed(v), "65 bits 00000001 00000000 00000009 x 00000000 00000000 00000004");
+    EXPECT_EQ(v.as_bin_string(), with_x.substr(1));
 }
 
 TEST(Parse, AValueMayBeSetFromItsOwnTextAsTheOtherKind) {

@@ -28,20 +28,20 @@ TEST(Widest, IsTwoToThe31Minus32Bits) {
 
 TEST(Widest, ASumWithoutACarryKeepsItAndACarryIsRefused) {
     KVAL_SINTEGER sum = sum_under_way(kMaxWidth);
-    EXPECT_NO_THROW(Internals::FinishSum(sum, kMaxWidth, false));
+    EXPECT_NO_THROW(Internals::FinishWideSum(sum, kMaxWidth, false));
     EXPECT_EQ(sum.bitwidth(), kMaxWidth);
-    EXPECT_THROW(Internals::FinishSum(sum, kMaxWidth, true), std::bad_alloc);
+    EXPECT_THROW(Internals::FinishWideSum(sum, kMaxWidth, true), std::bad_alloc);
 }
 
 TEST(Widest, ASumThatIsOneBitShortOfItMayGrow) {
     KVAL_SINTEGER sum = sum_under_way(kMaxWidth - 1);
-    EXPECT_NO_THROW(Internals::FinishSum(sum, kMaxWidth - 1, true));
+    EXPECT_NO_THROW(Internals::FinishWideSum(sum, kMaxWidth - 1, true));
     EXPECT_EQ(sum.bitwidth(), kMaxWidth);
 }
 
 TEST(Widest, ASignedSumThatNeedsOneBitMoreMayReachItAndIsRefusedBeyond) {
     KVAL_SINTEGER sum = sum_under_way(kMaxWidth);
-    Internals::FinishSum(sum, kMaxWidth - 1, false);
+    Internals::FinishWideSum(sum, kMaxWidth - 1, false);
     EXPECT_NO_THROW(SignedInternals::WidenInPlace(sum));
     EXPECT_EQ(sum.bitwidth(), kMaxWidth);
     EXPECT_THROW(SignedInternals::WidenInPlace(sum), std::bad_alloc);

@@ -22,7 +22,7 @@ struct FourState {
 //                            side lets an unknown through. Do not "correct" it.
 // The value bit under an X of the result is 0.
 
-struct FourStateAnd {
+struct __attribute__((visibility("default"))) FourStateAnd {  // names functions of the library
     template <typename Word>
     FourState<Word> operator()(FourState<Word> l, FourState<Word> r) const noexcept {
         const Word l_ones = l.value & ~l.mask;
@@ -31,12 +31,27 @@ struct FourStateAnd {
     }
 };
 
-struct FourStateOr {
+struct __attribute__((visibility("default"))) FourStateOr {
     template <typename Word>
     FourState<Word> operator()(FourState<Word> l, FourState<Word> r) const noexcept {
         const Word l_ones = l.value & ~l.mask;
         const Word r_ones = r.value & ~r.mask;
         return {l_ones | r_ones, (l.mask & ~r_ones) | (r.mask & ~l_ones)};
+    }
+};
+
+/// XOR and NOT of value bits alone.
+struct Xor {
+    template <typename Word>
+    Word operator()(Word l, Word r) const noexcept {
+        return l ^ r;
+    }
+};
+
+struct Not {
+    template <typename Word>
+    Word operator()(Word v, Word) const noexcept {
+        return ~v;
     }
 };
 

@@ -4,6 +4,7 @@
 #define KVAL_DETAIL_INLINE_H
 
 #include "four_state.h"
+#include "limbs.h"
 #include "stock.h"
 
 namespace kval {
@@ -43,29 +44,28 @@ struct Internals {
     static bool UpToPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         return l.width <= 64 && r.width <= 64;
     }
-    static DoubleWord LoadPair(const Word* words) noexcept {
-        DoubleWord pair;
-        __builtin_memcpy(&pair, words, sizeof pair);
-        return pair;
+    /// The bits of a wide value of which only the low 64 are wanted.
+    static FourState<DoubleWord> PairOf(const KVAL_UINTEGER& v) noexcept {
+        return {words::load_pair(v.uvalue.words), words::load_pair(v.xmask.words)};
     }
-    static void StorePair(Word* words, DoubleWord pair) noexcept { __builtin_memcpy(words, &pair, sizeof pair); }
     /// The low 64 bits of either plane.
     static DoubleWord LowPair(const KVAL_UINTEGER& v) noexcept {
-        return v.IsCompact() ? v.uvalue.word : LoadPair(v.uvalue.words);
+        return v.IsCompact() ? v.uvalue.word : words::load_pair(v.uvalue.words);
     }
     static DoubleWord LowPairMask(const KVAL_UINTEGER& v) noexcept {
-        return v.IsCompact() ? v.xmask.word : LoadPair(v.xmask.words);
+        return v.IsCompact() ? v.xmask.word : words::load_pair(v.xmask.words);
     }
     static FourState<DoubleWord> LowPairs(const KVAL_UINTEGER& v) noexcept { return {LowPair(v), LowPairMask(v)}; }
-    /// The used bits of a value of 33 to 64 bits.
-    static DoubleWord PairTop(unsigned width) noexcept { return ~DoubleWord{0} >> (-width & 63U); }
     static FourState<DoubleWord> PairTrimmed(FourState<DoubleWord> bits, unsigned width) noexcept {
-        return {bits.value & PairTop(width), bits.mask & PairTop(width)};
+        const DoubleWord used = ~DoubleWord{0} >> (-width & 63U);
+        return {bits.value & used, bits.mask & used};
     }
     /// Gives a value that is a pair its bits.
     static void SetPair(KVAL_UINTEGER& v, FourState<DoubleWord> bits) noexcept {
-        StorePair(v.uvalue.words, bits.value);
-        StorePair(v.xmask.words, bits.mask);
+        Word* const value = v.uvalue.words;
+        Word* const mask = v.xmask.words;
+        words::store_pair(value, bits.value);
+        words::store_pair(mask, bits.mask);
     }
     /// A new value of 33 to 64 bits with its bits as they are.
     static KVAL_UINTEGER PairResult(unsigned width, FourState<DoubleWord> bits, unsigned flags) {
@@ -81,14 +81,14 @@ struct Internals {
         return TrimmedPair(width, {value, ~DoubleWord{0}}, flags | KVAL_UINTEGER::kX);
     }
     /// What every operation in place on a pair ends with.
-    static KVAL_UINTEGER& ChangedPair(KVAL_UINTEGER& v, FourState<DoubleWord> bits) noexcept {
-        SetPair(v, PairTrimmed(bits, v.width));
+    static KVAL_UINTEGER& ChangedPair(KVAL_UINTEGER& v, FourState<DoubleWord> bits, bool as_they_are = false) noexcept {
+        SetPair(v, as_they_are ? bits : PairTrimmed(bits, v.width));
         v.DeleteString();
         return v;
     }
     /// The value bits alone change in place.
     static KVAL_UINTEGER& ChangedPairValue(KVAL_UINTEGER& v, DoubleWord value) noexcept {
-        return ChangedPair(v, {value, LoadPair(v.xmask.words)});
+        return ChangedPair(v, {value, words::load_pair(v.xmask.words)});
     }
 
     // From 64 on, a left shift leaves nothing; a right shift leaves nothing from the width on, not even the bits that
@@ -100,6 +100,132 @@ struct Internals {
     static FourState<DoubleWord> ShiftedRight(FourState<DoubleWord> bits, unsigned count, unsigned width) noexcept {
         if (count >= width) return {0, 0};
         return PairTrimmed({bits.value >> count, bits.mask >> count}, width);
+    }
+
+    // ---- wider values; those of 65 to 256 bits are short: a few limbs, which small functions step through here ----
+
+    static bool IsShort(const KVAL_UINTEGER& v) noexcept { return v.width - 65U < 192U; }
+    /// Whether both are short and have as many words.
+    static bool Short(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        return IsShort(l) && l.get_size() == r.get_size();
+    }
+
+    /// The number of words of a value, wide or not.
+    static std::size_t Size(const KVAL_UINTEGER& v) noexcept { return static_cast<std::size_t>(v.get_size()); }
+    /// Clears the bits above a wide width. Two words at a time where the kernels have written the top word so: what was
+    /// written in one piece is slow to read in another.
+    static void TrimWide(KVAL_UINTEGER& v) noexcept {
+        const std::size_t top = Size(v) - 1;
+        Word* const value = v.uvalue.words + top;
+        Word* const mask = v.xmask.words + top;
+        const Word used = TopMask(v.width);
+        if (top % 2 != 0) {
+            const DoubleWord used_pair = static_cast<DoubleWord>(used) << 32 | 0xFFFFFFFFU;
+            words::store_pair(value - 1, words::load_pair(value - 1) & used_pair);
+            words::store_pair(mask - 1, words::load_pair(mask - 1) & used_pair);
+        } else {
+            *value &= used;
+            *mask &= used;
+        }
+    }
+    /// Whether a sum grows by a bit, of whose `width` bits without the carry `sum` has the words, and room for one more.
+    static bool SumGrows(KVAL_UINTEGER& sum, unsigned width, bool carry) noexcept {
+        const std::size_t size = (std::size_t{width} + 31) / 32;
+        const unsigned top = width % 32;
+        if (top != 0) return carry || (sum.uvalue.words[size - 1] >> top & 1U) != 0;
+        sum.uvalue.words[size] = static_cast<Word>(carry);
+        sum.xmask.words[size] = 0;
+        return carry;
+    }
+    /// The end of every wide sum.
+    static void FinishSum(KVAL_UINTEGER& sum, unsigned width, bool carry) noexcept {
+        sum.width = width + static_cast<unsigned>(SumGrows(sum, width, carry));
+        TrimWide(sum);
+    }
+    /// What every operation in place on a wide value ends with.
+    static KVAL_UINTEGER& ChangedWide(KVAL_UINTEGER& v) noexcept {
+        TrimWide(v);
+        v.DeleteString();
+        return v;
+    }
+    static void CopyShort(KVAL_UINTEGER& to, const KVAL_UINTEGER& from) noexcept {
+        words::copy_limbs(to.uvalue.words, from.uvalue.words, Size(to));
+        words::copy_limbs(to.xmask.words, from.xmask.words, Size(to));
+    }
+    template <typename Rule>
+    static void CombineShort(KVAL_UINTEGER& to, const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
+        words::combine_limbs(to.uvalue.words, to.xmask.words, l.uvalue.words, l.xmask.words, r.uvalue.words,
+                             r.xmask.words, Size(to), rule);
+    }
+    static bool SameShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        return words::compare_limbs(l.uvalue.words, r.uvalue.words, Size(l)) == 0 &&
+               words::compare_limbs(l.xmask.words, r.xmask.words, Size(l)) == 0;
+    }
+    /// Both planes shifted right by less than the width, into the arrays of another value or of the same one.
+    static void ShiftRightShort(KVAL_UINTEGER& to, const KVAL_UINTEGER& from, unsigned count) noexcept {
+        const std::size_t size = Size(to);
+        words::shift_right_limbs(to.uvalue.words, size, from.uvalue.words, Size(from), count / 64, count % 64);
+        words::shift_right_limbs(to.xmask.words, size, from.xmask.words, Size(from), count / 64, count % 64);
+        TrimWide(to);
+    }
+    /// Both planes shifted left, likewise; nothing is trimmed.
+    static void ShiftLeftShort(KVAL_UINTEGER& to, const View& from, unsigned count) noexcept {
+        const std::size_t size = Size(to);
+        const std::size_t end = (size + 1) / 2;
+        words::shift_left_limbs(to.uvalue.words, size, from.value, from.size, count / 64, count % 64, end);
+        words::shift_left_limbs(to.xmask.words, size, from.mask, from.size, count / 64, count % 64, end);
+    }
+    template <typename Rule>
+    static KVAL_UINTEGER CombinedShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
+        KVAL_UINTEGER result(Wider(l, r).width, Size(l), 0);
+        CombineShort(result, l, r, rule);
+        return result;
+    }
+    /// Without an X flag on either side.
+    static KVAL_UINTEGER XorShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        const KVAL_UINTEGER& wider = Wider(l, r);
+        KVAL_UINTEGER result(wider.width, Size(l), Flags(wider));
+        words::copy_limbs(result.xmask.words, wider.xmask.words, Size(l));
+        words::map_limbs(result.uvalue.words, l.uvalue.words, r.uvalue.words, Size(l), Xor());
+        return result;
+    }
+    static KVAL_UINTEGER NotShort(const KVAL_UINTEGER& v) {
+        KVAL_UINTEGER result(v.width, Size(v), Flags(v));
+        words::copy_limbs(result.xmask.words, v.xmask.words, Size(v));
+        words::map_limbs(result.uvalue.words, v.uvalue.words, v.uvalue.words, Size(v), Not());
+        TrimWide(result);
+        return result;
+    }
+    static KVAL_UINTEGER AddShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        const KVAL_UINTEGER& wider = Wider(l, r);
+        KVAL_UINTEGER result(wider.width, std::size_t{wider.width / 32} + 1, Flags(wider));
+        words::copy_limbs(result.xmask.words, wider.xmask.words, Size(l));
+        FinishSum(
+            result, wider.width,
+            words::chain_limbs(result.uvalue.words, l.uvalue.words, r.uvalue.words, Size(l), false, words::AddStep()));
+        return result;
+    }
+    static KVAL_UINTEGER SubShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        KVAL_UINTEGER result(l.width, Size(l), Flags(l));
+        words::copy_limbs(result.xmask.words, l.xmask.words, Size(l));
+        words::chain_limbs(result.uvalue.words, l.uvalue.words, r.uvalue.words, Size(l), false, words::SubtractStep());
+        TrimWide(result);
+        return result;
+    }
+    static KVAL_UINTEGER ShrShort(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+        KVAL_UINTEGER result(width, (std::size_t{width} + 31) / 32, Flags(v));
+        ShiftRightShort(result, v, count);
+        return result;
+    }
+    /// Less than 0, 0 or more than 0 as `l` is less than, equal to or greater than `r` in value bits, where one of them
+    /// is larger than a pair. What the top words tell of equally long values is told on the spot.
+    static int Compared(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        if (Size(l) == Size(r)) {
+            const DoubleWord x = words::load_pair(l.uvalue.words + Size(l) - 2);
+            const DoubleWord y = words::load_pair(r.uvalue.words + Size(r) - 2);
+            if (x != y) return x > y ? 1 : -1;
+        }
+        return CompareLarge(l, r);
     }
 
     /// The operand that a result starts from where the rule says the wider one: the right one of two equally wide.
@@ -130,18 +256,36 @@ struct Internals {
     static KVAL_UINTEGER AllXResult(unsigned width, Word value, unsigned flags) noexcept {
         return TrimmedResult(width, {value, 0xFFFFFFFFU}, flags | KVAL_UINTEGER::kX);
     }
-    /// The AND or OR of compact operands. No flag of either reaches the result, not even when it holds X bits:
-    /// deliberate, unlike the forms in place.
-    template <typename Rule>
-    static KVAL_UINTEGER Combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
-        return CompactResult(Wider(l, r).width, rule(LowWord(l), LowWord(r)), 0);
+    /// What every operation in place on a compact value ends with.
+    static KVAL_UINTEGER& ChangedWord(KVAL_UINTEGER& v, FourState<Word> bits, bool as_they_are = false) noexcept {
+        const Word top = as_they_are ? 0xFFFFFFFFU : TopMask(v.width);
+        v.uvalue.word = bits.value & top;
+        v.xmask.word = bits.mask & top;
+        v.DeleteString();
+        return v;
     }
-    /// The same for pairs.
-    template <typename Rule>
-    static KVAL_UINTEGER CombinedPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
-        return PairResult(Wider(l, r).width, rule(LowPairs(l), LowPairs(r)), 0);
+    /// The value bits alone change in place.
+    static KVAL_UINTEGER& ChangedValue(KVAL_UINTEGER& v, Word value) noexcept {
+        return ChangedWord(v, {value, v.xmask.word});
     }
 
+    /// AND or OR. No flag of either operand reaches the result, not even when it holds X bits: deliberate, unlike the
+    /// forms in place.
+    template <typename Rule>
+    static KVAL_UINTEGER Combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
+        if (Compact(l, r)) return CompactResult(Wider(l, r).width, rule(LowWord(l), LowWord(r)), 0);
+        if (Pairs(l, r)) return PairResult(Wider(l, r).width, rule(PairOf(l), PairOf(r)), 0);
+        return CombinedLarge(l, r, rule);
+    }
+    /// AND or OR in place.
+    template <typename Rule>
+    static KVAL_UINTEGER& Combine(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, Rule rule) noexcept {
+        v.UniteFlags(other);
+        if (v.IsCompact()) return ChangedWord(v, rule({v.uvalue.word, v.xmask.word}, LowWord(other)));
+        // Beyond a compact operand the upper word would stand as it is.
+        if (IsPair(v) && !other.IsCompact()) return ChangedPair(v, rule(PairOf(v), PairOf(other)));
+        return CombineLarge(v, other, rule);
+    }
     /// The result starts as the wider operand, x-mask included, and keeps them but for the value bits; with an X flag on
     /// either side it becomes all X.
     static KVAL_UINTEGER XorPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
@@ -151,6 +295,43 @@ struct Internals {
         return PairResult(wider.width, {LowPair(l) ^ LowPair(r), LowPairMask(wider)}, flags);
     }
 
+    static KVAL_UINTEGER NotPair(const KVAL_UINTEGER& v) {
+        return TrimmedPair(v.width, {~LowPair(v), LowPairMask(v)}, Flags(v));
+    }
+    static KVAL_UINTEGER SubPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        return TrimmedPair(l.width, {LowPair(l) - LowPair(r), LowPairMask(l)}, Flags(l));
+    }
+    /// A left shift with a result that is not compact, or of a count of 32 and more.
+    static KVAL_UINTEGER ShlWider(const KVAL_UINTEGER& v, unsigned count) {
+        const unsigned width = v.width + count;
+        if (count < 64 && v.width <= 64 && IsPair(width))
+            return PairResult(width, ShiftedLeft(LowPairs(v), count), Flags(v));
+        return KVAL_UINTEGER(v, static_cast<int>(count), true);
+    }
+    /// A right shift of a wide value to a result of the given width: wide, and compact.
+    static KVAL_UINTEGER ShrWider(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+        return IsPair(v) ? PairResult(width, ShiftedRight(PairOf(v), count, width), Flags(v))
+                         : ShrLarge(v, count, width);
+    }
+    static KVAL_UINTEGER ShrToCompact(const KVAL_UINTEGER& v, unsigned count, unsigned width) noexcept {
+        if (count >= v.width) return CompactResult(1, {0, 0}, Flags(v));
+        // The result straddles at most two words; joined in 64 bits, a shift by 0 needs no case of its own.
+        const std::size_t low = count / 32U;
+        const bool straddles = low + 1 < Size(v);
+        const auto joined = [=](const Word* plane) {
+            const DoubleWord high = straddles ? plane[low + 1] : 0;
+            return static_cast<Word>((high << 32 | plane[low]) >> (count & 31U));
+        };
+        return TrimmedResult(width, {joined(v.uvalue.words), joined(v.xmask.words)}, Flags(v));
+    }
+    /// A new value of 65 bits, the highest of them 1.
+    __attribute__((noinline)) static KVAL_UINTEGER PairAndCarry(FourState<DoubleWord> low, unsigned flags) {
+        KVAL_UINTEGER result(65, std::size_t{3}, flags);
+        SetPair(result, low);
+        result.uvalue.words[2] = 1;
+        result.xmask.words[2] = 0;
+        return result;
+    }
     /// The sum of operands of up to 64 bits, one of them wide.
     static KVAL_UINTEGER AddPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         const KVAL_UINTEGER& wider = Wider(l, r);
@@ -158,8 +339,8 @@ struct Internals {
         const bool carry = sum < LowPair(l);
         const bool reached = (sum >> 1 >> (wider.width - 1) & 1U) != 0;
         const unsigned grown = wider.width + static_cast<unsigned>(carry || reached);
-        if (grown > 64) return AddWide(l, r);
-        return TrimmedPair(grown, {sum, LowPairMask(wider)}, Flags(wider));
+        const FourState<DoubleWord> bits = {sum, LowPairMask(wider)};
+        return grown > 64 ? PairAndCarry(bits, Flags(wider)) : TrimmedPair(grown, bits, Flags(wider));
     }
 
     template <typename Field>
@@ -177,16 +358,99 @@ struct Internals {
         Exchange(a.capacity, b.capacity);
     }
 
-    KVAL_API static KVAL_UINTEGER AndWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
-    KVAL_API static KVAL_UINTEGER OrWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    // Operators on what is neither compact nor a pair. Not inline, but compiled into the program, where a call costs less
+    // than one into the library: short values are done here. (Each result is made in a function of its own, which
+    // returns nothing else: only so do all compilers make it in its place.)
+
+    __attribute__((noinline)) static KVAL_UINTEGER& AssignLarge(KVAL_UINTEGER& v, const KVAL_UINTEGER& other) noexcept {
+        if (!Short(v, other)) return v.AssignWide(other);
+        CopyShort(v, other);
+        v.flags = other.flags;
+        if (v.width != other.width) TrimWide(v);
+        v.DeleteString();
+        return v;
+    }
+    template <typename Rule>
+    __attribute__((noinline)) static KVAL_UINTEGER& CombineLarge(KVAL_UINTEGER& v, const KVAL_UINTEGER& other,
+                                                                 Rule rule) noexcept {
+        if (!Short(v, other)) return CombineWide(v, other, rule);
+        CombineShort(v, v, other, rule);
+        return ChangedWide(v);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER& AddAssignLarge(KVAL_UINTEGER& v,
+                                                                   const KVAL_UINTEGER& other) noexcept {
+        if (!Short(v, other)) return v.AddAssignWide(other);
+        words::chain_limbs(v.uvalue.words, v.uvalue.words, other.uvalue.words, Size(v), false, words::AddStep());
+        return ChangedWide(v);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER& SubAssignLarge(KVAL_UINTEGER& v,
+                                                                   const KVAL_UINTEGER& other) noexcept {
+        if (!Short(v, other)) return v.SubAssignWide(other);
+        words::chain_limbs(v.uvalue.words, v.uvalue.words, other.uvalue.words, Size(v), false, words::SubtractStep());
+        return ChangedWide(v);
+    }
+    // A number changes no more than the low limb, but for a carry or borrow that is rare.
+    __attribute__((noinline)) static KVAL_UINTEGER& AddAssignLarge(KVAL_UINTEGER& v, unsigned number) noexcept {
+        const DoubleWord sum = LowPair(v) + number;
+        if (sum < number) return v.AddAssignWide(number);
+        words::store_pair(v.uvalue.words, sum);
+        return ChangedWide(v);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER& SubAssignLarge(KVAL_UINTEGER& v, unsigned number) noexcept {
+        const DoubleWord low = LowPair(v);
+        if (low < number) return v.SubAssignWide(number);
+        words::store_pair(v.uvalue.words, low - number);
+        return ChangedWide(v);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER& ShlAssignLarge(KVAL_UINTEGER& v, unsigned count) noexcept {
+        if (!IsShort(v)) return v.ShlAssignWide(count);
+        ShiftLeftShort(v, Words(v), count);
+        return ChangedWide(v);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER& ShrAssignLarge(KVAL_UINTEGER& v, unsigned count) noexcept {
+        if (!IsShort(v) || count >= v.width) return v.ShrAssignWide(count);
+        ShiftRightShort(v, v, count);
+        v.DeleteString();
+        return v;
+    }
+    __attribute__((noinline)) static int CompareLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        return Short(l, r) ? words::compare_limbs(l.uvalue.words, r.uvalue.words, Size(l)) : CompareWide(l, r);
+    }
+    __attribute__((noinline)) static bool IdenticalLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        return Short(l, r) ? SameShort(l, r) && Flags(l) == Flags(r) : IdenticalWide(l, r);
+    }
+    template <typename Rule>
+    __attribute__((noinline)) static KVAL_UINTEGER CombinedLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r,
+                                                                 Rule rule) {
+        return Short(l, r) ? CombinedShort(l, r, rule) : CombinedWide(l, r, rule);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER XorLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        return Short(l, r) && !l.is_x() && !r.is_x() ? XorShort(l, r) : XorWide(l, r);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER NotLarge(const KVAL_UINTEGER& v) {
+        return IsShort(v) ? NotShort(v) : NotWide(v);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER AddLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        return Short(l, r) ? AddShort(l, r) : AddWide(l, r);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER SubLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        return Short(l, r) ? SubShort(l, r) : SubWide(l, r);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER ShrLarge(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+        return IsShort(v) && count < v.width ? ShrShort(v, count, width) : ShrWide(v, count, width);
+    }
+
+    template <typename Rule>
+    KVAL_API static KVAL_UINTEGER& CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, Rule rule) noexcept;
+    template <typename Rule>
+    KVAL_API static KVAL_UINTEGER CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule);
     KVAL_API static KVAL_UINTEGER XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER NotWide(const KVAL_UINTEGER& v);
     KVAL_API static KVAL_UINTEGER AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
-    static void FinishSum(KVAL_UINTEGER& result, unsigned width, bool carry);
+    static void FinishWideSum(KVAL_UINTEGER& sum, unsigned width, bool carry);
     KVAL_API static KVAL_UINTEGER SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width);
-    /// Less than 0, 0 or more than 0 as `l` is less than, equal to or greater than `r` in value bits.
     KVAL_API static int CompareWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
     KVAL_API static int CompareWide(const KVAL_UINTEGER& v, unsigned number) noexcept;
     KVAL_API static bool IdenticalWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
@@ -196,6 +460,24 @@ struct Internals {
 
 }  // namespace detail
 }  // namespace kval
+
+// ---- what is larger than a pair ----
+
+/// A copy that is larger than a pair.
+__attribute__((noinline)) inline void KVAL_UINTEGER::CopyLarge(const KVAL_UINTEGER& other) {
+    using kval::detail::Internals;
+    if (!Internals::IsShort(*this)) return CopyWide(other);
+    AllocateWide(Internals::Size(*this));
+    Internals::CopyShort(*this, other);
+}
+
+__attribute__((noinline)) inline void KVAL_UINTEGER::ShiftedCopyLarge(const KVAL_UINTEGER& other, unsigned count,
+                                                                      bool left) {
+    using kval::detail::Internals;
+    if (!left || !Internals::IsShort(*this) || Wrapped(other, count)) return ShiftedCopyWide(other, count, left);
+    AllocateWide(Internals::Size(*this));
+    Internals::ShiftLeftShort(*this, Internals::Words(other), count);
+}
 
 // ---- construction, copying, assignment ----
 
@@ -208,17 +490,15 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(std::uint32_t value, std::uint32_t mask, uns
 
 inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bit_width)
     : width(AtLeastOne(bit_width)), text_cache(nullptr), flags(0), capacity(0) {
-    if (kval::detail::Internals::IsPair(width)) {
+    if (IsCompact()) {
+        uvalue.word = value & TopMask(width);
+        xmask.word = 0;
+    } else if (kval::detail::Internals::IsPair(width)) {
         AllocateWide(2);
         kval::detail::Internals::SetPair(*this, {value, 0});
-        return;
-    }
-    if (!IsCompact()) {
+    } else {
         ConstructWide(value);
-        return;
     }
-    uvalue.word = value & TopMask(width);
-    xmask.word = 0;
 }
 
 // A wide result whose words the caller writes next.
@@ -243,7 +523,7 @@ inline void KVAL_UINTEGER::AllocateWide(std::size_t words) {
 }
 
 inline void KVAL_UINTEGER::ReleaseWide() noexcept {
-    kval::detail::GivePlanes({uvalue.words, xmask.words}, capacity);
+    kval::detail::GivePlanes(uvalue.words, xmask.words, capacity);
     uvalue.words = nullptr;
     xmask.words = nullptr;
     capacity = 0;
@@ -251,17 +531,16 @@ inline void KVAL_UINTEGER::ReleaseWide() noexcept {
 
 inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other)
     : width(other.width), text_cache(nullptr), flags(static_cast<std::uint8_t>(other.flags & kFourState)), capacity(0) {
-    if (kval::detail::Internals::IsPair(width)) {
+    if (IsCompact()) {
+        uvalue.word = other.uvalue.word;
+        xmask.word = other.xmask.word;
+    } else if (kval::detail::Internals::IsPair(width)) {
+        const auto bits = kval::detail::Internals::PairOf(other);
         AllocateWide(2);
-        kval::detail::Internals::SetPair(*this, kval::detail::Internals::LowPairs(other));
-        return;
+        kval::detail::Internals::SetPair(*this, bits);
+    } else {
+        CopyLarge(other);
     }
-    if (!IsCompact()) {
-        CopyWide(other);
-        return;
-    }
-    uvalue.word = other.uvalue.word;
-    xmask.word = other.xmask.word;
 }
 
 inline KVAL_UINTEGER::KVAL_UINTEGER(KVAL_UINTEGER&& other) noexcept : text_cache(nullptr) { TakeFrom(other); }
@@ -272,22 +551,20 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool 
       flags(static_cast<std::uint8_t>(other.flags & kFourState)),
       capacity(0) {
     using kval::detail::Internals;
-    if (Internals::IsPair(width) && !(left && Wrapped(other, static_cast<unsigned>(count)))) {
+    const unsigned bits = static_cast<unsigned>(count);
+    const bool wrapped = left && Wrapped(other, bits);
+    if (IsCompact()) {
+        uvalue.word = left ? other.uint() << (bits & 31U) : other.uvalue.word >> (bits & 31U);
+        xmask.word = left ? other.LowMask() << (bits & 31U) : other.xmask.word >> (bits & 31U);
+        if (!left || wrapped) EnforceWidth();
+    } else if (Internals::IsPair(width) && !wrapped) {
+        const auto from = Internals::LowPairs(other);
         AllocateWide(2);
-        const auto bits = Internals::LowPairs(other);
-        const auto shifted = left ? Internals::ShiftedLeft(bits, static_cast<unsigned>(count))
-                                  : Internals::ShiftedRight(bits, static_cast<unsigned>(count), width);
-        Internals::SetPair(*this, shifted);
-        return;
+        Internals::SetPair(*this,
+                           left ? Internals::ShiftedLeft(from, bits) : Internals::ShiftedRight(from, bits, width));
+    } else {
+        ShiftedCopyLarge(other, bits, left);
     }
-    if (!IsCompact()) {
-        ShiftedCopyWide(other, static_cast<unsigned>(count), left);
-        return;
-    }
-    const unsigned shift = static_cast<unsigned>(count) & 31U;
-    uvalue.word = left ? other.uint() << shift : other.uvalue.word >> shift;
-    xmask.word = left ? other.LowMask() << shift : other.xmask.word >> shift;
-    if (!left || Wrapped(other, static_cast<unsigned>(count))) EnforceWidth();
 }
 
 /// Whether a left shift by `count` has no room for every bit, because the sum of width and count wrapped.
@@ -297,27 +574,20 @@ inline bool KVAL_UINTEGER::Wrapped(const KVAL_UINTEGER& other, unsigned count) c
 
 inline KVAL_UINTEGER::~KVAL_UINTEGER() {
     DeleteString();
-    if (!IsCompact()) ReleaseWide();
+    if (capacity != 0) ReleaseWide();
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(const KVAL_UINTEGER& other) {
     using kval::detail::Internals;
     if (this == &other) return *this;
-    if (Internals::IsPair(*this)) {
-        const auto bits = Internals::LowPairs(other);
+    if (IsCompact()) {
+        if (width != other.width && width == 0) return AdoptCopy(other);
         flags = other.flags;
-        Internals::SetPair(*this, width != other.width ? Internals::PairTrimmed(bits, width) : bits);
-        DeleteString();
-        return *this;
+        return Internals::ChangedWord(*this, Internals::LowWord(other), width == other.width);
     }
-    if (!IsCompact()) return AssignWide(other);
-    if (width != other.width && width == 0) return AdoptCopy(other);
-    uvalue.word = other.uint();
-    xmask.word = other.LowMask();
+    if (!Internals::IsPair(*this)) return Internals::AssignLarge(*this, other);
     flags = other.flags;
-    if (width != other.width) EnforceWidth();
-    DeleteString();
-    return *this;
+    return Internals::ChangedPair(*this, Internals::LowPairs(other), width == other.width);
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(KVAL_UINTEGER&& other) noexcept {
@@ -336,19 +606,13 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(KVAL_UINTEGER&& other) noexcept {
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator=(unsigned value) noexcept {
-    if (kval::detail::Internals::IsPair(*this)) {
-        flags = static_cast<std::uint8_t>(flags & ~kFourState);
-        kval::detail::Internals::SetPair(*this, {value, 0});
-        DeleteString();
-        return *this;
-    }
-    if (!IsCompact()) return AssignWide(value);
-    if (width == 0) width = 32;
-    uvalue.word = value & TopMask(width);
-    xmask.word = 0;
+    using kval::detail::Internals;
     flags = static_cast<std::uint8_t>(flags & ~kFourState);
-    DeleteString();
-    return *this;
+    if (IsCompact()) {
+        if (width == 0) width = 32;
+        return Internals::ChangedWord(*this, {value, 0});
+    }
+    return Internals::IsPair(*this) ? Internals::ChangedPair(*this, {value, 0}) : AssignWide(value);
 }
 
 /// Moves everything but the text out of `other` into storage that owns nothing but, perhaps, a text.
@@ -389,11 +653,12 @@ inline bool KVAL_UINTEGER::ReadsNumber(unsigned number) const noexcept {
 }
 
 inline void KVAL_UINTEGER::EnforceWidth() noexcept {
-    const std::uint32_t top = TopMask(width);
-    std::uint32_t& value = IsCompact() ? uvalue.word : uvalue.words[get_size() - 1];
-    std::uint32_t& mask = IsCompact() ? xmask.word : xmask.words[get_size() - 1];
-    value &= top;
-    mask &= top;
+    if (!IsCompact()) {
+        kval::detail::Internals::TrimWide(*this);
+        return;
+    }
+    uvalue.word &= TopMask(width);
+    xmask.word &= TopMask(width);
 }
 
 /// What every operation ends with that changed the bits: trims to the width and drops the text.
@@ -529,59 +794,29 @@ inline unsigned KVAL_UINTEGER::get_hash(unsigned bits) const noexcept {
 
 // ---- bitwise logic ----
 
-template <typename Rule>
-KVAL_UINTEGER& KVAL_UINTEGER::CombineLowWord(const KVAL_UINTEGER& other, Rule rule) noexcept {
-    using kval::detail::Internals;
-    const auto bits = rule(Internals::LowWord(*this), Internals::LowWord(other));
-    uvalue.word = bits.value;
-    xmask.word = bits.mask;
-    UniteFlags(other);
-    return Changed();
-}
-
-template <typename Rule>
-KVAL_UINTEGER& KVAL_UINTEGER::CombineLowPair(const KVAL_UINTEGER& other, Rule rule) noexcept {
-    using kval::detail::Internals;
-    UniteFlags(other);
-    return Internals::ChangedPair(*this, rule(Internals::LowPairs(*this), Internals::LowPairs(other)));
-}
-
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator&=(const KVAL_UINTEGER& other) noexcept {
     // Deliberate: a value ANDed into itself keeps even its X bits and its text.
     if (this == &other) return *this;
-    if (IsCompact()) return CombineLowWord(other, kval::detail::FourStateAnd());
-    // Beyond a compact operand the upper word would stand as it is.
-    if (kval::detail::Internals::IsPair(*this) && !other.IsCompact())
-        return CombineLowPair(other, kval::detail::FourStateAnd());
-    return AndAssignWide(other);
+    return kval::detail::Internals::Combine(*this, other, kval::detail::FourStateAnd());
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator|=(const KVAL_UINTEGER& other) noexcept {
     if (this == &other) return *this;
-    if (IsCompact()) return CombineLowWord(other, kval::detail::FourStateOr());
-    if (kval::detail::Internals::IsPair(*this) && !other.IsCompact())
-        return CombineLowPair(other, kval::detail::FourStateOr());
-    return OrAssignWide(other);
+    return kval::detail::Internals::Combine(*this, other, kval::detail::FourStateOr());
 }
 
 inline KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-    using kval::detail::Internals;
-    if (Internals::Compact(l, r)) return Internals::Combined(l, r, kval::detail::FourStateAnd());
-    if (Internals::Pairs(l, r)) return Internals::CombinedPairs(l, r, kval::detail::FourStateAnd());
-    return Internals::AndWide(l, r);
+    return kval::detail::Internals::Combined(l, r, kval::detail::FourStateAnd());
 }
 
 inline KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-    using kval::detail::Internals;
-    if (Internals::Compact(l, r)) return Internals::Combined(l, r, kval::detail::FourStateOr());
-    if (Internals::Pairs(l, r)) return Internals::CombinedPairs(l, r, kval::detail::FourStateOr());
-    return Internals::OrWide(l, r);
+    return kval::detail::Internals::Combined(l, r, kval::detail::FourStateOr());
 }
 
 inline KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
-    if (Internals::Pairs(l, r)) return Internals::XorPairs(l, r);
-    if (!Internals::Compact(l, r)) return Internals::XorWide(l, r);
+    if (!Internals::Compact(l, r))
+        return Internals::Pairs(l, r) ? Internals::XorPairs(l, r) : Internals::XorLarge(l, r);
     const KVAL_UINTEGER& wider = Internals::Wider(l, r);
     const unsigned flags = Internals::Flags(wider);
     if (l.is_x() || r.is_x()) return Internals::AllXResult(wider.bitwidth(), wider.uint(), flags);
@@ -592,10 +827,7 @@ inline KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 
 inline KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
     using kval::detail::Internals;
-    if (Internals::IsPair(v))
-        return Internals::TrimmedPair(v.bitwidth(), {~Internals::LowPair(v), Internals::LowPairMask(v)},
-                                      Internals::Flags(v));
-    if (!v.IsCompact()) return Internals::NotWide(v);
+    if (!v.IsCompact()) return Internals::IsPair(v) ? Internals::NotPair(v) : Internals::NotLarge(v);
     return Internals::TrimmedResult(v.bitwidth(), {~v.uint(), Internals::LowMask(v)}, Internals::Flags(v));
 }
 
@@ -603,67 +835,57 @@ inline KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator+=(const KVAL_UINTEGER& other) noexcept {
     using kval::detail::Internals;
+    if (IsCompact()) return Internals::ChangedValue(*this, uvalue.word + other.uint());
     if (Internals::IsPair(*this))
         return Internals::ChangedPairValue(*this, Internals::LowPair(*this) + Internals::LowPair(other));
-    if (!IsCompact()) return AddAssignWide(other);
-    uvalue.word += other.uint();
-    return Changed();
+    return Internals::AddAssignLarge(*this, other);
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator+=(unsigned number) noexcept {
     using kval::detail::Internals;
+    if (IsCompact()) return Internals::ChangedValue(*this, uvalue.word + number);
     if (Internals::IsPair(*this)) return Internals::ChangedPairValue(*this, Internals::LowPair(*this) + number);
-    if (!IsCompact()) return AddAssignWide(number);
-    uvalue.word += number;
-    return Changed();
+    return Internals::AddAssignLarge(*this, number);
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator-=(const KVAL_UINTEGER& other) noexcept {
     using kval::detail::Internals;
+    if (IsCompact()) return Internals::ChangedValue(*this, uvalue.word - other.uint());
     if (Internals::IsPair(*this))
         return Internals::ChangedPairValue(*this, Internals::LowPair(*this) - Internals::LowPair(other));
-    if (!IsCompact()) return SubAssignWide(other);
-    uvalue.word -= other.uint();
-    return Changed();
+    return Internals::SubAssignLarge(*this, other);
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator-=(unsigned number) noexcept {
     using kval::detail::Internals;
+    if (IsCompact()) return Internals::ChangedValue(*this, uvalue.word - number);
     if (Internals::IsPair(*this)) return Internals::ChangedPairValue(*this, Internals::LowPair(*this) - number);
-    if (!IsCompact()) return SubAssignWide(number);
-    uvalue.word -= number;
-    return Changed();
+    return Internals::SubAssignLarge(*this, number);
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator++() noexcept { return *this += 1U; }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator--() noexcept { return *this -= 1U; }
 
-inline KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+__attribute__((always_inline)) inline KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
-    if (!Internals::UpToPairs(l, r)) return Internals::AddWide(l, r);
+    if (!Internals::Compact(l, r))
+        return Internals::UpToPairs(l, r) ? Internals::AddPairs(l, r) : Internals::AddLarge(l, r);
     const KVAL_UINTEGER& wider = Internals::Wider(l, r);
     const unsigned width = wider.bitwidth();
-    const unsigned flags = Internals::Flags(wider);
-    if (!wider.IsCompact()) return Internals::AddPairs(l, r);
     const std::uint64_t sum = static_cast<std::uint64_t>(l.uint()) + r.uint();
     // Grown by one bit when the sum reaches the bit above the width; bit 32 too, for operands with bits above their
     // width.
     const unsigned grown = width + static_cast<unsigned>((sum >> width | sum >> 32) & 1U);
-    if (!KVAL_UINTEGER::IsCompact(static_cast<int>(grown)))
-        return Internals::PairResult(grown, {sum, Internals::LowMask(wider)}, flags);
-    return Internals::TrimmedResult(grown, {static_cast<std::uint32_t>(sum), Internals::LowMask(wider)}, flags);
+    if (grown > 32) return Internals::PairResult(grown, {sum, Internals::LowMask(wider)}, Internals::Flags(wider));
+    return Internals::TrimmedResult(grown, {static_cast<std::uint32_t>(sum), Internals::LowMask(wider)},
+                                    Internals::Flags(wider));
 }
 
 inline KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     // The borrow behind a compact right operand has a rule of its own.
-    if (Internals::Pairs(l, r)) {
-        return Internals::TrimmedPair(l.bitwidth(),
-                                      {Internals::LowPair(l) - Internals::LowPair(r), Internals::LowPairMask(l)},
-                                      Internals::Flags(l));
-    }
-    if (!l.IsCompact()) return Internals::SubWide(l, r);
+    if (!l.IsCompact()) return Internals::Pairs(l, r) ? Internals::SubPairs(l, r) : Internals::SubLarge(l, r);
     return Internals::TrimmedResult(l.bitwidth(), {l.uint() - r.uint(), Internals::LowMask(l)}, Internals::Flags(l));
 }
 
@@ -671,49 +893,37 @@ inline KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator<<=(unsigned count) noexcept {
     using kval::detail::Internals;
-    if (Internals::IsPair(*this))
-        return Internals::ChangedPair(*this, Internals::ShiftedLeft(Internals::LowPairs(*this), count));
-    if (!IsCompact()) return ShlAssignWide(count);
     // Deliberate, here and in every compact shift: the count is taken modulo 32, and 32 shifts by nothing.
-    uvalue.word <<= count & 31U;
-    xmask.word <<= count & 31U;
-    return Changed();
+    if (IsCompact()) return Internals::ChangedWord(*this, {uvalue.word << (count & 31U), xmask.word << (count & 31U)});
+    if (Internals::IsPair(*this))
+        return Internals::ChangedPair(*this, Internals::ShiftedLeft(Internals::PairOf(*this), count));
+    return Internals::ShlAssignLarge(*this, count);
 }
 
 inline KVAL_UINTEGER& KVAL_UINTEGER::operator>>=(unsigned count) noexcept {
     using kval::detail::Internals;
+    if (IsCompact()) return Internals::ChangedWord(*this, {uvalue.word >> (count & 31U), xmask.word >> (count & 31U)});
     if (Internals::IsPair(*this))
-        return Internals::ChangedPair(*this, Internals::ShiftedRight(Internals::LowPairs(*this), count, width));
-    if (!IsCompact()) return ShrAssignWide(count);
-    uvalue.word >>= count & 31U;
-    xmask.word >>= count & 31U;
-    return Changed();
+        return Internals::ChangedPair(*this, Internals::ShiftedRight(Internals::PairOf(*this), count, width));
+    return Internals::ShrAssignLarge(*this, count);
 }
 
 inline KVAL_UINTEGER operator<<(const KVAL_UINTEGER& v, unsigned count) {
-    return KVAL_UINTEGER(v, static_cast<int>(count), true);
+    using kval::detail::Internals;
+    const unsigned width = v.bitwidth() + count;
+    if (count < 32 && v.IsCompact() && width - 1 < 32)
+        return Internals::CompactResult(width, {v.uint() << count, Internals::LowMask(v) << count},
+                                        Internals::Flags(v));
+    return Internals::ShlWider(v, count);
 }
 
 inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
     using kval::detail::Internals;
     const unsigned width = count < v.bitwidth() ? v.bitwidth() - count : 1;
-    if (Internals::IsPair(width) && Internals::IsPair(v))
-        return Internals::PairResult(width, Internals::ShiftedRight(Internals::LowPairs(v), count, width),
-                                     Internals::Flags(v));
-    if (!KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return Internals::ShrWide(v, count, width);
-    if (v.IsCompact()) {
-        return Internals::TrimmedResult(width, {v.uint() >> (count & 31U), Internals::LowMask(v) >> (count & 31U)},
-                                        Internals::Flags(v));
-    }
-    if (count >= v.bitwidth()) return Internals::CompactResult(1, {0, 0}, Internals::Flags(v));
-    // The result straddles at most two words; joined in 64 bits, a shift by 0 needs no case of its own.
-    const Internals::View words = Internals::Words(v);
-    const auto straddle = [count, &words](const std::uint32_t* plane) {
-        const std::size_t low = count / 32U;
-        const std::uint64_t high = low + 1 < words.size ? plane[low + 1] : 0;
-        return static_cast<std::uint32_t>((high << 32 | plane[low]) >> (count & 31U));
-    };
-    return Internals::TrimmedResult(width, {straddle(words.value), straddle(words.mask)}, Internals::Flags(v));
+    if (!v.IsCompact())
+        return width <= 32 ? Internals::ShrToCompact(v, count, width) : Internals::ShrWider(v, count, width);
+    return Internals::TrimmedResult(width, {v.uint() >> (count & 31U), Internals::LowMask(v) >> (count & 31U)},
+                                    Internals::Flags(v));
 }
 
 // ---- multiplication, division, remainder ----
@@ -750,15 +960,13 @@ inline KVAL_UINTEGER operator%(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 inline bool operator>(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     using kval::detail::Internals;
     if (Internals::Compact(l, r)) return l.uint() > r.uint();
-    return Internals::UpToPairs(l, r) ? Internals::LowPair(l) > Internals::LowPair(r)
-                                      : Internals::CompareWide(l, r) > 0;
+    return Internals::UpToPairs(l, r) ? Internals::LowPair(l) > Internals::LowPair(r) : Internals::Compared(l, r) > 0;
 }
 
 inline bool operator>=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     using kval::detail::Internals;
     if (Internals::Compact(l, r)) return l.uint() >= r.uint();
-    return Internals::UpToPairs(l, r) ? Internals::LowPair(l) >= Internals::LowPair(r)
-                                      : Internals::CompareWide(l, r) >= 0;
+    return Internals::UpToPairs(l, r) ? Internals::LowPair(l) >= Internals::LowPair(r) : Internals::Compared(l, r) >= 0;
 }
 
 inline bool operator<(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept { return r > l; }
@@ -783,14 +991,11 @@ inline bool operator<=(unsigned number, const KVAL_UINTEGER& v) noexcept { retur
 
 inline bool KVAL_UINTEGER::operator==(const KVAL_UINTEGER& other) const noexcept {
     using kval::detail::Internals;
-    if (!Internals::UpToPairs(*this, other)) return Internals::IdenticalWide(*this, other);
-    if (!Internals::Compact(*this, other)) {
-        return Internals::LowPair(*this) == Internals::LowPair(other) &&
-               Internals::LowPairMask(*this) == Internals::LowPairMask(other) &&
-               Internals::Flags(*this) == Internals::Flags(other);
-    }
-    return uvalue.word == other.uvalue.word && xmask.word == other.xmask.word &&
-           Internals::Flags(*this) == Internals::Flags(other);
+    if (!Internals::UpToPairs(*this, other)) return Internals::IdenticalLarge(*this, other);
+    if (Internals::Flags(*this) != Internals::Flags(other)) return false;
+    if (Internals::Compact(*this, other)) return uvalue.word == other.uvalue.word && xmask.word == other.xmask.word;
+    return Internals::LowPair(*this) == Internals::LowPair(other) &&
+           Internals::LowPairMask(*this) == Internals::LowPairMask(other);
 }
 
 inline bool KVAL_UINTEGER::operator==(unsigned number) const noexcept {
