@@ -536,6 +536,7 @@ KVAL_API int one_at_a_time(const char* key, int len) noexcept;
 KVAL_API const char* kval_version() noexcept;
 
 #include "kval/detail/inline.h"
+#include "kval/detail/random_inline.h"
 #include "kval/detail/signed_inline.h"
 
 #endif

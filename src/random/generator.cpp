@@ -64,6 +64,14 @@ constinit State initial_table[32] = {
     initial(0x798F8829),
 };
 
+}  // namespace
+
+constinit kval::detail::GeneratorRun kval::detail::generator_run = {initial_table + 4, initial_table + 32, -3};
+
+namespace {
+
+constexpr kval::detail::GeneratorRun& run = kval::detail::generator_run;
+
 State load(const void* address) {
     State word;
     std::memcpy(&word, address, sizeof word);
@@ -80,11 +88,11 @@ void* plus(void* start, std::ptrdiff_t words) {
 
 // A buffer holds a word for the saved position, and the state behind it. A step adds the state word at the rear to the
 // one at the front, and both move on, cyclically. Between two wraps of either, their distance stays: the steps of such
-// a run move one address only, up to where the run ends.
+// a run move one address only, up to where the run ends. Type 0 has no runs: its front and stop never differ.
 struct Generator {
-    void* front = initial_table + 4;
-    void* stop = initial_table + 32;  // where the run ends; type 0 has no runs, and front and stop never differ
-    std::ptrdiff_t distance = -3;     // from the front to the rear
+    void*& front = run.front;
+    void*& stop = run.stop;
+    std::ptrdiff_t& distance = run.distance;
     void* buffer = initial_table;
     int type = 3;
 
@@ -93,15 +101,10 @@ struct Generator {
     [[nodiscard]] void* word(std::ptrdiff_t index) const { return plus(buffer, 1 + index); }
     [[nodiscard]] void* end() const { return word(degree()); }
 
-    State next() {
-        if (front == stop) [[unlikely]] {
-            if (type == 0) return next_linear();
-            start_run(front);
-        }
-        const State sum = load(front) + load(plus(front, distance));
-        store(front, sum);
-        front = plus(front, 1);
-        return sum >> 1;
+    State next_at_run_end() {
+        if (type == 0) return next_linear();
+        start_run(front);
+        return static_cast<State>(kval_random());
     }
 
     [[nodiscard]] State next_linear() const {
@@ -134,7 +137,7 @@ struct Generator {
 
     void draw(Word* out, std::size_t count) {
         if (type == 0 || count < kMany) {
-            for (std::size_t i = 0; i < count; ++i) out[i] = static_cast<Word>(next());
+            for (std::size_t i = 0; i < count; ++i) out[i] = static_cast<Word>(kval_random());
         } else if (separation() == 1) {
             draw_many<1>(out, count);
         } else {
@@ -181,7 +184,7 @@ struct Generator {
             store(word(i), filling);
         }
         seek(0);
-        for (int i = 0; i < 10 * degree(); ++i) next();
+        for (int i = 0; i < 10 * degree(); ++i) kval_random();
     }
 
     void save_position() const {
@@ -202,11 +205,11 @@ void* refuse() {
 
 namespace kval {
 
+std::int64_t detail::DrawAtRunEnd() noexcept { return static_cast<std::int64_t>(generator.next_at_run_end()); }
+
 void draw_words(words::Word* out, std::size_t count) { generator.draw(out, count); }
 
 }  // namespace kval
-
-std::int64_t kval_random() noexcept { return static_cast<std::int64_t>(generator.next()); }
 
 void kval_srandom(unsigned seed) noexcept { generator.restart(seed); }
 

@@ -54,22 +54,28 @@ char* new_text(const KVAL_UINTEGER& v) {
     return text;
 }
 
-// A text to be parsed, and room for the copy that the value keeps of it.
-struct Source {
-    Source(const char* given, unsigned bits_per_digit)
+// A text to be parsed, with the room for its copy, which is taken before anything changes: new, or that of the cached
+// text where it has the same length. The text may be the cached one itself, or lie in it.
+class Source {
+  public:
+    Source(const char* given, unsigned bits_per_digit, const char* cached)
         : text(given != nullptr ? given : ""), length(std::strlen(text)) {
         kval::check_width(length * bits_per_digit);
-        room.reset(new char[length + 1]);
+        if (cached == nullptr || std::strlen(cached) != length) room_.reset(new char[length + 1]);
     }
 
-    char* copy() {
-        std::memcpy(room.get(), text, length + 1);
-        return room.release();
+    /// The copy; `cached` is the cached text still.
+    char* copied(char* cached) {
+        char* const copy = room_ != nullptr ? room_.release() : cached;
+        std::memmove(copy, text, length + 1);
+        return copy;
     }
 
-    const char* text;
-    std::size_t length;
-    std::unique_ptr<char[]> room;
+    const char* const text;
+    const std::size_t length;
+
+  private:
+    std::unique_ptr<char[]> room_;
 };
 
 // Holds the cached text of a value that changes its width, since the text to be parsed may lie in it; then puts it
@@ -90,7 +96,7 @@ class HeldText {
 
 // Caches a text in place of the old one.
 const char* KVAL_UINTEGER::KeepText(char* text, std::uint8_t kind) const noexcept {
-    delete[] text_cache;
+    if (text != text_cache) delete[] text_cache;
     text_cache = text;
     flags = static_cast<std::uint8_t>((flags & ~kBinaryText) | kind);
     return text;
@@ -107,7 +113,7 @@ const char* KVAL_UINTEGER::as_bin_string() const {
 }
 
 KVAL_UINTEGER& KVAL_UINTEGER::set_value_from_bin_string(const char* text) {
-    Source source(text, kBinary.bits_per_digit);
+    Source source(text, kBinary.bits_per_digit, text_cache);
     {
         const HeldText held(text_cache);
         bitwidth(static_cast<unsigned>(source.length));
@@ -119,13 +125,13 @@ KVAL_UINTEGER& KVAL_UINTEGER::set_value_from_bin_string(const char* text) {
     if (kval::words::read_binary(value, mask, source.text, source.length)) {
         flags = static_cast<std::uint8_t>(flags & ~kX);
     }
-    KeepText(source.copy(), kBinaryText);
+    KeepText(source.copied(text_cache), kBinaryText);
     EnforceWidth();
     return *this;
 }
 
 KVAL_UINTEGER& KVAL_UINTEGER::set_value_from_hex_string(const char* text) {
-    Source source(text, kHexadecimal.bits_per_digit);
+    Source source(text, kHexadecimal.bits_per_digit, text_cache);
     {
         const HeldText held(text_cache);
         bitwidth(static_cast<unsigned>(source.length) * kHexadecimal.bits_per_digit);
@@ -133,7 +139,7 @@ KVAL_UINTEGER& KVAL_UINTEGER::set_value_from_hex_string(const char* text) {
     Word* const value = IsCompact() ? &uvalue.word : uvalue.words;
     Word* const mask = IsCompact() ? &xmask.word : xmask.words;
     kval::words::read_hexadecimal(value, mask, source.text, source.length);
-    KeepText(source.copy(), 0);
+    KeepText(source.copied(text_cache), 0);
     EnforceWidth();
     return *this;
 }

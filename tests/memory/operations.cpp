@@ -248,6 +248,8 @@ Operations text(unsigned l, unsigned r) {
     lenient[digits / 2] = '-';
     std::string unknown = binary;
     unknown[r / 2] = 'X';
+    const std::string long_hexadecimal(300, 'b');
+    const std::string long_binary(1200, '1');
     const std::size_t hexadecimal_parse = 1 + growth(l, digits * 4);
     const std::size_t binary_parse = 1 + growth(l, r);
     return {
@@ -260,19 +262,31 @@ Operations text(unsigned l, unsigned r) {
         {"binary text in place of hexadecimal", 1, [](Operands& o) { o.left.as_bin_string(); }},
         {"hexadecimal text in place of binary", 1, [](Operands& o) { o.right.as_hex_string(); }},
         {"hexadecimal parse", hexadecimal_parse,
-         [hexadecimal](Operands& o) { o.left.set_value_from_hex_string(hexadecimal.c_str()); }},
+         [hexadecimal](Operands& o) { o.left.set_value_from_hex_string(hexadecimal.c_str()); }, drop_texts},
         {"hexadecimal parse of other characters", hexadecimal_parse,
-         [lenient](Operands& o) { o.left.set_value_from_hex_string(lenient.c_str()); }},
-        {"binary parse", binary_parse, [binary](Operands& o) { o.left.set_value_from_bin_string(binary.c_str()); }},
+         [lenient](Operands& o) { o.left.set_value_from_hex_string(lenient.c_str()); }, drop_texts},
+        {"binary parse", binary_parse, [binary](Operands& o) { o.left.set_value_from_bin_string(binary.c_str()); },
+         drop_texts},
         {"binary parse of an X", binary_parse,
+         [unknown](Operands& o) { o.left.set_value_from_bin_string(unknown.c_str()); }, drop_texts},
+        {"hexadecimal parse of more digits than any text has", 1 + growth(l, 1200),
+         [long_hexadecimal](Operands& o) { o.left.set_value_from_hex_string(long_hexadecimal.c_str()); }},
+        {"binary parse of more digits than any text has", 1 + growth(l, 1200),
+         [long_binary](Operands& o) { o.left.set_value_from_bin_string(long_binary.c_str()); }},
+        {"hexadecimal parse in place of a text of the same length", 0,
+         [hexadecimal](Operands& o) { o.left.set_value_from_hex_string(hexadecimal.c_str()); },
+         [lenient](Operands& o) { o.left.set_value_from_hex_string(lenient.c_str()); }},
+        {"binary parse in place of a text of the same length", 0,
+         [binary](Operands& o) { o.left.set_value_from_bin_string(binary.c_str()); },
          [unknown](Operands& o) { o.left.set_value_from_bin_string(unknown.c_str()); }},
-        {"hexadecimal parse of the empty text", 1, [](Operands& o) { o.left.set_value_from_hex_string(""); }},
-        {"binary parse of the empty text", 1, [](Operands& o) { o.left.set_value_from_bin_string(""); }},
-        {"hexadecimal parse of null", 1, [](Operands& o) { o.left.set_value_from_hex_string(nullptr); }},
-        {"binary parse of null", 1, [](Operands& o) { o.left.set_value_from_bin_string(nullptr); }},
-        {"hexadecimal parse of its own text", 1,
+        {"hexadecimal parse of the empty text", 1, [](Operands& o) { o.left.set_value_from_hex_string(""); },
+         drop_texts},
+        {"binary parse of the empty text", 1, [](Operands& o) { o.left.set_value_from_bin_string(""); }, drop_texts},
+        {"hexadecimal parse of null", 1, [](Operands& o) { o.left.set_value_from_hex_string(nullptr); }, drop_texts},
+        {"binary parse of null", 1, [](Operands& o) { o.left.set_value_from_bin_string(nullptr); }, drop_texts},
+        {"hexadecimal parse of its own text", 0,
          [](Operands& o) { o.left.set_value_from_hex_string(o.left.as_hex_string()); }},
-        {"binary parse of its own text", 1,
+        {"binary parse of its own text", 0,
          [](Operands& o) { o.right.set_value_from_bin_string(o.right.as_bin_string()); }},
         {"hexadecimal parse into a moved-from value", 1 + arrays(digits * 4),
          [hexadecimal](Operands& o) { o.left.set_value_from_hex_string(hexadecimal.c_str()); }, move_left_away},

@@ -293,9 +293,8 @@ Operations division(unsigned l, unsigned r) {
 // What signed operands have from the unsigned class.
 Operations inherited(unsigned l, unsigned r) {
     const std::size_t wider = arrays(std::max(l, r));
-    const std::string binary(r, '1');
-    const std::string hexadecimal((r + 3) / 4, 'b');
-    const auto digits = static_cast<unsigned>(hexadecimal.size());
+    const std::string binary(1200, '1');  // longer than any cached text
+    const std::string hexadecimal(300, 'b');
     const Operation between_two[] = {
         {"&", wider, giving([](Operands& o) { return o.signed_left & o.signed_right; })},
         {"|", wider, giving([](Operands& o) { return o.signed_left | o.signed_right; })},
@@ -318,9 +317,9 @@ Operations inherited(unsigned l, unsigned r) {
         {"++", 0, [](Operands& o) { ++o.signed_left; }},
         {"--", 0, [](Operands& o) { --o.signed_left; }},
         {"binary text in place of hexadecimal", 1, [](Operands& o) { o.signed_left.as_bin_string(); }},
-        {"binary parse", 1 + growth(l, r),
+        {"binary parse", 1 + growth(l, 1200),
          [binary](Operands& o) { o.signed_left.set_value_from_bin_string(binary.c_str()); }},
-        {"hexadecimal parse", 1 + growth(l, digits * 4),
+        {"hexadecimal parse", 1 + growth(l, 1200),
          [hexadecimal](Operands& o) { o.signed_left.set_value_from_hex_string(hexadecimal.c_str()); }},
     };
     Operations table;
