@@ -257,7 +257,6 @@ class KVAL_UINTEGER {
     KVAL_API KVAL_UINTEGER& AssignWide(unsigned value) noexcept;
     KVAL_API KVAL_UINTEGER& AdoptCopy(const KVAL_UINTEGER& other);
     KVAL_API void ResizeWide(unsigned new_width);
-    KVAL_API void ReleaseText() noexcept;
     KVAL_API bool IsNumberWide(unsigned number) const noexcept;
     KVAL_API KVAL_UINTEGER& ForceXWide() noexcept;
     KVAL_API unsigned HashWide() const noexcept;

@@ -1,6 +1,5 @@
 // Construction, copying, assignment, resizing and release of wide values.
 #include <algorithm>
-#include <memory>
 
 #include "kval.h"
 #include "value/storage.h"
@@ -92,7 +91,4 @@ void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
     Changed();
 }
 
-void KVAL_UINTEGER::ReleaseText() noexcept {
-    const std::unique_ptr<char[]> released(text_cache);
-    text_cache = nullptr;
-}
+void Internals::DeleteText(const char* text) noexcept { delete[] text; }

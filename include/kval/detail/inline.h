@@ -444,6 +444,8 @@ struct Internals {
     KVAL_API static KVAL_UINTEGER& CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, Rule rule) noexcept;
     template <typename Rule>
     KVAL_API static KVAL_UINTEGER CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule);
+    /// Takes the text and not the value, whose address would else be known outside: it could not be kept in registers.
+    KVAL_API static void DeleteText(const char* text) noexcept;
     KVAL_API static KVAL_UINTEGER XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static KVAL_UINTEGER NotWide(const KVAL_UINTEGER& v);
     KVAL_API static KVAL_UINTEGER AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
@@ -669,7 +671,9 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::Changed() noexcept {
 }
 
 inline void KVAL_UINTEGER::DeleteString() noexcept {
-    if (text_cache != nullptr) ReleaseText();
+    if (__builtin_expect(text_cache == nullptr, true)) return;
+    kval::detail::Internals::DeleteText(text_cache);
+    text_cache = nullptr;
 }
 
 inline void KVAL_UINTEGER::DeleteData() noexcept {
