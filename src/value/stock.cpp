@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "kval.h"
 
@@ -19,7 +20,7 @@ namespace {
 constexpr std::uint32_t room_for(std::size_t words) {
     if (words < 2) return 0;  // such values own no arrays
     if (words <= 16) return Shelf::kSlots;
-    return words <= 64 ? 4 : 2;
+    return 8;
 }
 
 // How many more pairs are made when one is missing, so that a loop that takes and gives back one at a time has some to
@@ -30,6 +31,41 @@ void release(std::uint32_t* value, std::uint32_t* mask) noexcept {
     delete[] value;
     delete[] mask;
 }
+
+// The last few pairs of longer arrays, of any length up to kLongestPair.
+class LongPairs {
+  public:
+    static constexpr std::size_t kLongestPair = 65536 / 32 + 32;
+    static constexpr std::size_t kPairs = 8;
+
+    ~LongPairs() {
+        for (const Pair& pair : pairs_) release(pair.planes.value, pair.planes.mask);
+    }
+
+    bool take(std::size_t words, Planes& planes) noexcept {
+        for (Pair& pair : pairs_) {
+            if (pair.words != words) continue;
+            planes = std::exchange(pair, Pair{}).planes;
+            return true;
+        }
+        return false;
+    }
+    // In place of the one that has been here for longest.
+    void give(const Planes& planes, std::size_t words) noexcept {
+        Pair& pair = pairs_[next_];
+        next_ = (next_ + 1) % kPairs;
+        release(pair.planes.value, pair.planes.mask);
+        pair = {words, planes};
+    }
+
+  private:
+    struct Pair {
+        std::size_t words = 0;
+        Planes planes{};
+    };
+    std::array<Pair, kPairs> pairs_;
+    std::size_t next_ = 0;
+};
 
 // A stock with its room.
 struct FullStock : Stock {
@@ -46,13 +82,17 @@ struct FullStock : Stock {
     }
     FullStock(const FullStock&) = delete;
     FullStock& operator=(const FullStock&) = delete;
+
+    LongPairs longer;
 };
 
 constexpr std::size_t most_bytes() {
     constexpr std::size_t kHeapOverhead = 16;
-    std::size_t bytes = sizeof(FullStock);
-    for (std::size_t words = 0; words <= Stock::kLongest; ++words)
-        bytes += room_for(words) * 2 * (words * sizeof(std::uint32_t) + kHeapOverhead);
+    const auto pairs = [](std::size_t count, std::size_t words) {
+        return count * 2 * (words * sizeof(std::uint32_t) + kHeapOverhead);
+    };
+    std::size_t bytes = sizeof(FullStock) + pairs(LongPairs::kPairs, LongPairs::kLongestPair);
+    for (std::size_t words = 0; words <= Stock::kLongest; ++words) bytes += pairs(room_for(words), words);
     return bytes;
 }
 static_assert(most_bytes() <= std::size_t{256} * 1024, "a thread keeps at most 256 KiB");
@@ -63,9 +103,15 @@ constinit Stock closed{};
 
 bool is_open() { return stock != &unopened && stock != &closed; }
 
+FullStock& opened_stock() { return *static_cast<FullStock*>(stock); }
+
+bool is_kept_longer(std::size_t words) {
+    return is_open() && words > Stock::kLongest && words <= LongPairs::kLongestPair;
+}
+
 // Ends this thread's stock; what its last values give back goes to the heap.
 void close_stock() noexcept {
-    const std::unique_ptr<FullStock> ended(is_open() ? static_cast<FullStock*>(stock) : nullptr);
+    const std::unique_ptr<FullStock> ended(is_open() ? &opened_stock() : nullptr);
     stock = &closed;
 }
 
@@ -123,7 +169,9 @@ constinit __thread Stock* stock __attribute__((tls_model("initial-exec"))) = &un
 
 Planes NewPlanes(std::size_t words) {
     if (stock == &unopened) open_stock();
-    const Planes planes = new_pair(words);
+    Planes planes{};
+    if (is_kept_longer(words) && opened_stock().longer.take(words, planes)) return planes;
+    planes = new_pair(words);
     if (is_open() && words <= Stock::kLongest) add_more(words);
     return planes;
 }
@@ -133,6 +181,7 @@ void DeletePlanes(std::uint32_t* value, std::uint32_t* mask, std::size_t words) 
         open_stock();
         if (is_open()) return GivePlanes(value, mask, words);
     }
+    if (is_kept_longer(words)) return opened_stock().longer.give({value, mask}, words);
     release(value, mask);
 }
 

@@ -27,9 +27,8 @@ bool all_zero(const Word* a, std::size_t size) {
 }
 
 bool equal(const Word* a, std::size_t a_size, const Word* b, std::size_t b_size) {
-    if (a_size == b_size) return compare_equally_long(a, b, a_size) == 0;
     const std::size_t both = std::min(a_size, b_size);
-    return compare_equally_long(a, b, both) == 0 && all_zero(a + both, a_size - both) &&
+    return std::memcmp(a, b, both * sizeof(Word)) == 0 && all_zero(a + both, a_size - both) &&
            all_zero(b + both, b_size - both);
 }
 

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr unsigned kLongestKept = 128 * 32;  // bits
+constexpr unsigned kLongestKept = 65536 + 1024;  // bits
 
 // Under AddressSanitizer, as under Valgrind's memcheck, nothing is kept: they are to see every array go.
 bool keeps_arrays() {
@@ -33,7 +33,7 @@ class Stock : public testing::Test {
 };
 
 TEST_F(Stock, gives_the_arrays_of_a_dead_value_to_the_next_of_its_length) {
-    for (const unsigned width : {33U, 64U, 65U, 96U, 128U, 1024U, kLongestKept}) {
+    for (const unsigned width : {33U, 64U, 65U, 96U, 128U, 1024U, 1025U, 1152U, 1153U, 4096U, kLongestKept}) {
         const heap::KeptArrays kept;
         { const KVAL_UINTEGER dead(0x1234, width); }
         const std::size_t before = heap::allocations();
@@ -77,8 +77,11 @@ TEST_F(Stock, keeps_256_KiB_at_most) {
     const std::size_t before = heap::live_bytes();
     {
         const heap::KeptArrays kept;
-        for (unsigned width = 33; width <= kLongestKept + 32; width += 32) {
+        for (unsigned width = 33; width <= 2000; width += 32) {
             const std::vector<KVAL_UINTEGER> dead(100, KVAL_UINTEGER(1, width));
+        }
+        for (unsigned width = kLongestKept - 20 * 32; width <= kLongestKept + 32; width += 32) {
+            const KVAL_UINTEGER dead(1, width);
         }
         EXPECT_GT(heap::live_bytes(), before);
         EXPECT_LE(heap::live_bytes(), before + std::size_t{256} * 1024);

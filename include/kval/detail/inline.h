@@ -212,6 +212,20 @@ struct Internals {
         TrimWide(result);
         return result;
     }
+    /// A product of 65 to 128 bits, of operands without flag X.
+    static KVAL_UINTEGER MulPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        __extension__ using QuadWord = unsigned __int128;
+        const QuadWord product = static_cast<QuadWord>(LowPair(l)) * LowPair(r);
+        const unsigned width = l.width + r.width;
+        const std::size_t size = (std::size_t{width} + 31) / 32;
+        KVAL_UINTEGER result(width, size, 0);
+        words::store_pair(result.uvalue.words, static_cast<DoubleWord>(product));
+        words::store_pair(result.xmask.words, 0);
+        words::store_limb(result.uvalue.words, size, 1, static_cast<DoubleWord>(product >> 64));
+        words::store_limb(result.xmask.words, size, 1, 0);
+        TrimWide(result);
+        return result;
+    }
     static KVAL_UINTEGER ShrShort(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
         KVAL_UINTEGER result(width, (std::size_t{width} + 31) / 32, Flags(v));
         ShiftRightShort(result, v, count);
@@ -390,13 +404,13 @@ struct Internals {
         return ChangedWide(v);
     }
     // A number changes no more than the low limb, but for a carry or borrow that is rare.
-    __attribute__((noinline)) static KVAL_UINTEGER& AddAssignLarge(KVAL_UINTEGER& v, unsigned number) noexcept {
+    static KVAL_UINTEGER& AddAssignLarge(KVAL_UINTEGER& v, unsigned number) noexcept {
         const DoubleWord sum = LowPair(v) + number;
         if (sum < number) return v.AddAssignWide(number);
         words::store_pair(v.uvalue.words, sum);
         return ChangedWide(v);
     }
-    __attribute__((noinline)) static KVAL_UINTEGER& SubAssignLarge(KVAL_UINTEGER& v, unsigned number) noexcept {
+    static KVAL_UINTEGER& SubAssignLarge(KVAL_UINTEGER& v, unsigned number) noexcept {
         const DoubleWord low = LowPair(v);
         if (low < number) return v.SubAssignWide(number);
         words::store_pair(v.uvalue.words, low - number);
@@ -414,7 +428,8 @@ struct Internals {
         return v;
     }
     __attribute__((noinline)) static int CompareLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
-        return Short(l, r) ? words::compare_limbs(l.uvalue.words, r.uvalue.words, Size(l)) : CompareWide(l, r);
+        const bool few = Size(l) == Size(r) && Size(l) <= 64;
+        return few ? words::compare_limbs(l.uvalue.words, r.uvalue.words, Size(l)) : CompareWide(l, r);
     }
     __attribute__((noinline)) static bool IdenticalLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         return Short(l, r) ? SameShort(l, r) && Flags(l) == Flags(r) : IdenticalWide(l, r);
@@ -435,6 +450,9 @@ struct Internals {
     }
     __attribute__((noinline)) static KVAL_UINTEGER SubLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         return Short(l, r) ? SubShort(l, r) : SubWide(l, r);
+    }
+    __attribute__((noinline)) static KVAL_UINTEGER MulLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        return UpToPairs(l, r) && !l.is_x() && !r.is_x() ? MulPairs(l, r) : MulWide(l, r);
     }
     __attribute__((noinline)) static KVAL_UINTEGER ShrLarge(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
         return IsShort(v) && count < v.width ? ShrShort(v, count, width) : ShrWide(v, count, width);
@@ -935,7 +953,7 @@ inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
 inline KVAL_UINTEGER operator*(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     const unsigned width = l.bitwidth() + r.bitwidth();
-    if (!Internals::UpToPairs(l, r) || width > 64) return Internals::MulWide(l, r);
+    if (!Internals::UpToPairs(l, r) || width > 64) return Internals::MulLarge(l, r);
     const bool all_x = l.is_x() || r.is_x();
     if (KVAL_UINTEGER::IsCompact(static_cast<int>(width))) {
         if (all_x) return Internals::AllXResult(width, 0, 0);
@@ -995,7 +1013,8 @@ inline bool operator<=(unsigned number, const KVAL_UINTEGER& v) noexcept { retur
 
 inline bool KVAL_UINTEGER::operator==(const KVAL_UINTEGER& other) const noexcept {
     using kval::detail::Internals;
-    if (!Internals::UpToPairs(*this, other)) return Internals::IdenticalLarge(*this, other);
+    if (!Internals::UpToPairs(*this, other))
+        return Internals::LowPair(*this) == Internals::LowPair(other) && Internals::IdenticalLarge(*this, other);
     if (Internals::Flags(*this) != Internals::Flags(other)) return false;
     if (Internals::Compact(*this, other)) return uvalue.word == other.uvalue.word && xmask.word == other.xmask.word;
     return Internals::LowPair(*this) == Internals::LowPair(other) &&

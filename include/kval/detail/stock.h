@@ -42,10 +42,10 @@ struct Shelf {
     }
 };
 
-/// A shelf for every length, in words, up to the longest that is kept. All zero, it is a stock without room, always
-/// empty and always full.
+/// A shelf for every length, in words, up to that of a sum of 1024 bits and a little more; what is longer is kept elsewhere.
+/// All zero, it is a stock without room, always empty and always full.
 struct Stock {
-    enum : std::size_t { kLongest = 128 };
+    enum : std::size_t { kLongest = 36 };
     Shelf shelves[kLongest + 1];
 };
 
