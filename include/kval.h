@@ -37,8 +37,9 @@ struct SignedInternals;
 ///   - every value owns its arrays and its text alone.
 /// Flag X says that the value holds X bits, but loosely: the raw stores and some operators leave it as it was.
 ///
-/// Widths above 2^31 - 32 bits throw std::bad_alloc. Where memory runs out, std::bad_alloc passes through and every
-/// operand, target, flag and cached text is as it was.
+/// Widths above 2^31 - 32 bits throw std::bad_alloc; but the product of operands whose widths add up to 2^31 bits or more
+/// has 1 bit. Where memory runs out, std::bad_alloc passes through and every operand, target, flag and cached text is as
+/// it was.
 ///
 /// Distinct values may be used by distinct threads at once; one value may not, not even to ask twice for its text.
 class KVAL_UINTEGER {
@@ -356,10 +357,9 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     KVAL_API void FillOnesWide() noexcept;
     KVAL_API KVAL_SINTEGER& AssignUnsignedWide(const KVAL_UINTEGER& other) noexcept;
     KVAL_API KVAL_SINTEGER& AssignSignedWide(const KVAL_SINTEGER& other) noexcept;
-    KVAL_API KVAL_SINTEGER& ExchangeWide(KVAL_SINTEGER& other) noexcept;
     KVAL_API void ResizeNegativeWide(unsigned new_width);
     KVAL_API KVAL_SINTEGER& ComplementWide() noexcept;
-    KVAL_API KVAL_SINTEGER& ShrAssignSignedWide(unsigned count) noexcept;
+    KVAL_API KVAL_SINTEGER& ShrAssignNegativeWide(unsigned count) noexcept;
 };
 
 // ---- free operators; each returns a new value without text, and leaves its operands alone ----

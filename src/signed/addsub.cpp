@@ -1,65 +1,43 @@
-// Sums and differences with a signed operand where one is wide, and the compact ones that grow wide.
+// Sums and differences with a signed operand where one is wide.
 #include <algorithm>
 
 #include "kval.h"
 #include "signed/extended.h"
 #include "value/storage.h"
 #include "words/carry.h"
+#include "words/compare.h"
 
 namespace kval::detail {
 namespace {
 
-// Calls store(i, word) for the words of a + b, the lowest first, from word `start` and its `carry` on; returns the
-// carry out.
-template <typename A, typename B, typename Store>
-bool add_words(std::size_t start, const A& a, const B& b, bool carry, Store store) {
-    for (std::size_t i = start; i < a.size(); ++i) {
-        const DoubleWord sum = DoubleWord{a.value(i)} + b.value(i) + DoubleWord{carry};
-        store(i, static_cast<Word>(sum));
-        carry = sum >> words::kWordBits != 0;
-    }
-    return carry;
-}
-
-// The same for a - b and its borrow.
-template <typename A, typename B, typename Store>
-void subtract_words(std::size_t start, const A& a, const B& b, bool borrow, Store store) {
-    for (std::size_t i = start; i < a.size(); ++i) {
-        const DoubleWord difference = DoubleWord{a.value(i)} - b.value(i) - DoubleWord{borrow};
-        store(i, static_cast<Word>(difference));
-        borrow = difference >> words::kWordBits != 0;
-    }
-}
-
-// Words that both operands store as they are go through the kernels; extension begins above them.
-bool add(Word* out, const ExtendedWords& a, const ExtendedWords& b) {
-    const std::size_t plain = std::min(a.plain(), b.plain());
-    const bool carry = words::add(out, a.stored(), b.stored(), plain);
-    return add_words(plain, a, b, carry, [out](std::size_t i, Word word) { out[i] = word; });
-}
-
-void subtract(Word* out, const ExtendedWords& a, const ExtendedWords& b) {
-    const std::size_t plain = std::min(a.plain(), b.plain());
-    const bool borrow = words::subtract(out, a.stored(), b.stored(), plain);
-    subtract_words(plain, a, b, borrow, [out](std::size_t i, Word word) { out[i] = word; });
-}
-
-// Whether `above`, which is not negative, has a smaller magnitude than `below`, which is.
+// Whether `above`, which is not negative, has a smaller magnitude than `below`, which is: whether it is not greater than
+// the inverted bits of `below`, which are one less than its magnitude.
 bool less_magnitude(const KVAL_SINTEGER& above, const KVAL_SINTEGER& below) {
-    const ExtendedWords x(above, above.bitwidth());
-    const ExtendedWords y(below, below.bitwidth());
-    return less(x, NegatedWords(y, below.bitwidth()));
+    const Internals::View a = Internals::Words(above);
+    const Internals::View b = Internals::Words(below);
+    const std::size_t both = std::min(a.size, b.size);
+    if (!words::all_zero(a.value + both, a.size - both)) return false;
+    const Word top = ~b.value[b.size - 1] & Internals::TopMask(below.bitwidth());
+    if (both < b.size) {
+        if (top != 0) return true;
+        for (std::size_t i = b.size - 1; i-- > both;) {
+            if (b.value[i] != ~Word{0}) return true;
+        }
+    }
+    for (std::size_t i = both; i-- > 0;) {
+        const Word inverted = i + 1 == b.size ? top : ~b.value[i];
+        if (a.value[i] != inverted) return a.value[i] < inverted;
+    }
+    return true;
 }
 
-// The ends of a sum or difference of which only the low word goes into the result.
-struct Ends {
-    void put(std::size_t i, Word word) {
-        if (i == 0) low = word;
-        top = word;
-    }
-    Word low = 0;
-    Word top = 0;
-};
+// Whether a negative value of more than two words is the lowest of its width, whatever its lowest word is.
+bool is_lowest_above_word_0(const KVAL_SINTEGER& v) {
+    const Internals::View words = Internals::Words(v);
+    const Word top_mask = Internals::TopMask(v.bitwidth());
+    return words::all_zero(words.value + 1, words.size - 2) &&
+           (words.value[words.size - 1] & top_mask) == (top_mask ^ top_mask >> 1);
+}
 
 }  // namespace
 
@@ -84,41 +62,43 @@ void SignedInternals::AssignInPlace(KVAL_SINTEGER& v, unsigned width) {
     v.width = width;
 }
 
-// The result of compact operands that does not fit a compact value.
-KVAL_SINTEGER SignedInternals::WideResult(const Register& r) {
-    KVAL_SINTEGER result(0, r.width);
-    result.set_uvalue_at(0, static_cast<Word>(r.value));
-    result.set_uvalue_at(1, static_cast<Word>(r.value >> words::kWordBits));
-    result.set_xmask_at(0, r.mask);
-    result.flags = static_cast<std::uint8_t>(r.flags);
-    return result;
+// Where the sign of a sum is not right.
+void SignedInternals::RepairWideSum(KVAL_SINTEGER& sum, const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+    const bool a_negative = Negative(a);
+    const bool negative = Negative(sum);
+    if (a_negative == Negative(b)) {
+        WidenInPlace(sum);
+    } else if (less_magnitude(a_negative ? b : a, a_negative ? a : b)) {
+        return;
+    }
+    sum.set_bit(static_cast<int>(sum.width - 1), negative ? 0 : 1);
+}
+
+// Where a difference overflowed, its sign moves into one bit more, which set_bit() stores only where it is a 1.
+void SignedInternals::WidenWideDifference(KVAL_SINTEGER& difference, bool negative) {
+    WidenInPlace(difference);
+    if (negative) difference.set_bit(static_cast<int>(difference.width - 1), 1);
 }
 
 KVAL_SINTEGER SignedInternals::AddWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
     const unsigned width = CommonWidth(a, b);
-    const ExtendedWords x(a, width);
-    const ExtendedWords y(b, width);
     KVAL_SINTEGER sum = Room(width, Internals::Flags(b));
-    y.copy_mask(sum.xmask.words);
-    Internals::FinishWideSum(sum, width, add(sum.uvalue.words, x, y));
-    const bool a_negative = Negative(a);
-    const bool b_negative = Negative(b);
-    const bool less = a_negative != b_negative && (a_negative ? less_magnitude(b, a) : less_magnitude(a, b));
-    const bool negative = Negative(sum);
-    const SumRepair repair = Repair(a_negative, b_negative, negative, less);
-    if (repair == SumRepair::kNone) return sum;
-    if (repair == SumRepair::kWiden) WidenInPlace(sum);
-    sum.set_bit(static_cast<int>(sum.width - 1), negative ? 0 : 1);
+    Word* value = sum.uvalue.words;
+    Operand(b).copy_mask(width, sum.xmask.words);
+    Internals::FinishWideSum(
+        sum, width,
+        words::add(value, Operand(a).words(width, value), Operand(b).words(width, value), word_count(width)));
+    if (!SignIsRight(Negative(a), Negative(b), Negative(sum))) RepairWideSum(sum, a, b);
     return sum;
 }
 
 KVAL_SINTEGER SignedInternals::AddWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
     const unsigned width = CommonWidth(a, b);
-    const ExtendedWords x(a, width);
-    const ExtendedWords y(b, width);
     KVAL_SINTEGER sum = Room(width, Internals::Flags(b));
-    y.copy_mask(sum.xmask.words);
-    const bool carry = add(sum.uvalue.words, x, y);
+    Word* value = sum.uvalue.words;
+    Operand(b).copy_mask(width, sum.xmask.words);
+    const bool carry =
+        words::add(value, Operand(a).words(width, value), Operand(b).words(width, value), word_count(width));
     if (Negative(a)) {
         // b minus the magnitude of a, which wraps at the common width.
         sum.width = width;
@@ -138,74 +118,66 @@ KVAL_SINTEGER SignedInternals::AddWide(const KVAL_SINTEGER& a, const KVAL_UINTEG
 }
 
 // a - b, which wraps at the common width; x-mask and flags of a.
-KVAL_SINTEGER SignedInternals::WideDifference(unsigned width, const ExtendedWords& a, const ExtendedWords& b,
-                                              unsigned flags) {
-    KVAL_SINTEGER difference = Room(width, flags);
+KVAL_SINTEGER SignedInternals::WideDifference(const Operand& a, const Operand& b) {
+    const unsigned width = CommonWidth(a.number, b.number);
+    KVAL_SINTEGER difference = Room(width, Internals::Flags(a.number));
+    Word* value = difference.uvalue.words;
     difference.width = width;
-    a.copy_mask(difference.xmask.words);
-    subtract(difference.uvalue.words, a, b);
+    a.copy_mask(width, difference.xmask.words);
+    words::subtract(value, a.words(width, value), b.words(width, value), word_count(width));
     difference.EnforceWidth();
     return difference;
 }
 
 KVAL_SINTEGER SignedInternals::SubWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
-    const unsigned width = CommonWidth(a, b);
-    KVAL_SINTEGER difference =
-        WideDifference(width, ExtendedWords(a, width), ExtendedWords(b, width), Internals::Flags(a));
-    AssignInPlace(difference, width);
-    const bool a_negative = Negative(a);
-    if (a_negative != Negative(b) && Negative(difference) != a_negative) {
-        // Overflow: the sign moves into one bit more, which set_bit() stores only where it is a 1.
-        WidenInPlace(difference);
-        if (a_negative) difference.set_bit(static_cast<int>(width), 1);
-    }
+    KVAL_SINTEGER difference = WideDifference(a, b);
+    Settle(difference);
+    if (Overflowed(a, b, difference)) WidenWideDifference(difference, Negative(a));
     return difference;
 }
 
-KVAL_SINTEGER SignedInternals::SubWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
-    const unsigned width = CommonWidth(a, b);
-    return WideDifference(width, ExtendedWords(a, width), ExtendedWords(b, width), Internals::Flags(a));
-}
+KVAL_SINTEGER SignedInternals::SubWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) { return WideDifference(a, b); }
 
 // The width comes from one operand, and may be narrower than the common one: deliberate, and bits beyond it are lost.
 KVAL_SINTEGER SignedInternals::SubWide(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
-    const unsigned width = CommonWidth(a, b);
-    const ExtendedWords x(a, width);
-    const ExtendedWords y(b, width);
-    if (Negative(b)) return SumWithMagnitude(a.bitwidth() + 1, width, x, y, Internals::Flags(b));
-    const unsigned result_width = a >= Unsigned(b) ? a.bitwidth() : b.bitwidth();
+    if (Negative(b)) return SumWithMagnitude(a, b);
+    const bool less = a < Unsigned(b);
+    const unsigned result_width = less ? b.bitwidth() : a.bitwidth();
     if (result_width <= 32) {
-        Ends ends;
-        subtract_words(0, x, y, false, [&ends](std::size_t i, Word word) { ends.put(i, word); });
-        const bool negative = (ends.top >> ((width - 1) % words::kWordBits) & 1U) != 0;
-        return Result(result_width, Assigned({ends.low, x.low_mask()}, width, negative, result_width),
-                      Internals::Flags(a));
+        const FourState<Word> low = {a.uint() - b.uint(), Internals::LowMask(a)};
+        return Result(result_width, Assigned(low, CommonWidth(a, b), less, result_width), Internals::Flags(a));
     }
-    KVAL_SINTEGER difference = WideDifference(width, x, y, Internals::Flags(a));
+    KVAL_SINTEGER difference = WideDifference(a, b);
     AssignInPlace(difference, result_width);
     return difference;
 }
 
-// a - b for a negative b: a plus its magnitude, assigned to a result of `result_width` bits; x-mask and flags of b.
-KVAL_SINTEGER SignedInternals::SumWithMagnitude(unsigned result_width, unsigned width, const ExtendedWords& a,
-                                                const ExtendedWords& b, unsigned flags) {
-    const NegatedWords magnitude(b, width);
-    if (result_width > 32) {
-        KVAL_SINTEGER sum = Room(width, flags);
-        Word* value = sum.uvalue.words;
-        b.copy_mask(sum.xmask.words);
-        // The magnitude is trimmed, x-mask included, before it is added.
-        sum.xmask.words[b.size() - 1] &= Internals::TopMask(width);
-        const auto store = [value](std::size_t i, Word word) { value[i] = word; };
-        Internals::FinishWideSum(sum, width, add_words(0, a, magnitude, false, store));
-        AssignInPlace(sum, result_width);
-        return sum;
+// a - b for a negative b: a plus its magnitude, assigned to a result one bit wider than a; x-mask and flags of b.
+KVAL_SINTEGER SignedInternals::SumWithMagnitude(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
+    const unsigned width = CommonWidth(a, b);
+    const unsigned result_width = a.bitwidth() + 1;
+    const unsigned flags = Internals::Flags(b);
+    if (result_width <= 32) {
+        // The sum reads negative where it reaches half of its range: where the magnitude is less than half of it by no
+        // more than a.
+        const FourState<Word> low = {a.uint() - b.uint(), Internals::LowMask(b)};
+        const bool negative = is_lowest_above_word_0(b) && b.uint() <= a.uint();
+        return Result(result_width, Assigned(low, width, negative, result_width), flags);
     }
-    Ends ends;
-    add_words(0, a, magnitude, false, [&ends](std::size_t i, Word word) { ends.put(i, word); });
-    // The sum fits: the magnitude is half of its range at most, and a compact number is less than the other half.
-    const bool negative = (ends.top >> ((width - 1) % words::kWordBits) & 1U) != 0;
-    return Result(result_width, Assigned({ends.low, b.low_mask()}, width, negative, result_width), flags);
+    KVAL_SINTEGER sum = Room(width, flags);
+    const std::size_t size = word_count(width);
+    Word* value = sum.uvalue.words;
+    // The mask's array holds the magnitude until it is added.
+    Word* magnitude = sum.xmask.words;
+    words::negate(magnitude, Operand(b).words(width, magnitude), size);
+    magnitude[size - 1] &= Internals::TopMask(width);
+    const bool carry = words::add(value, Operand(a).words(width, value), magnitude, size);
+    Operand(b).copy_mask(width, sum.xmask.words);
+    // The magnitude was trimmed, x-mask included, before it was added.
+    sum.xmask.words[size - 1] &= Internals::TopMask(width);
+    Internals::FinishWideSum(sum, width, carry);
+    AssignInPlace(sum, result_width);
+    return sum;
 }
 
 }  // namespace kval::detail

@@ -1,4 +1,4 @@
-// Signed and unsigned operands read at a common width, word by word, without a copy.
+// Signed and unsigned operands read at a common width.
 #pragma once
 
 #include <algorithm>
@@ -9,81 +9,38 @@
 
 namespace kval::detail {
 
-using words::DoubleWord;
 using words::Word;
 
-/// An operand extended to `width` bits: by ones where it is negative and signed, else by zeros. One that has this width
-/// already is read as it is, bits above the width included.
-class ExtendedWords {
-  public:
-    ExtendedWords(const KVAL_UINTEGER& v, unsigned width, bool negative)
-        : own_(Internals::Words(v)), size_(word_count(width)), plain_(size_), fill_(negative ? ~Word{0} : 0) {
-        if (v.bitwidth() == width) return;
-        plain_ = std::min(own_.size - 1, size_);
-        if (negative && v.get_top() != 0) ones_ = OnesFrom(v.get_top());
-        top_mask_ = Internals::TopMask(width);
-    }
-    ExtendedWords(const KVAL_SINTEGER& v, unsigned width) : ExtendedWords(v, width, SignedInternals::Negative(v)) {}
-    ExtendedWords(const KVAL_UINTEGER& v, unsigned width) : ExtendedWords(v, width, false) {}
+/// An operand as it is read at a common width: a negative one is extended by ones, any other by zeros. One that has this
+/// width already is read as it is, bits above the width included.
+struct Operand {
+    Operand(const KVAL_SINTEGER& v) : number(v), negative(SignedInternals::Negative(v)) {}
+    Operand(const KVAL_UINTEGER& v) : number(v), negative(false) {}
 
-    /// The words of the common width.
-    [[nodiscard]] std::size_t size() const { return size_; }
-    /// How many low words are the stored ones as they are.
-    [[nodiscard]] std::size_t plain() const { return plain_; }
-    [[nodiscard]] const Word* stored() const { return own_.value; }
-
-    [[nodiscard]] Word value(std::size_t i) const {
-        Word word = i < own_.size ? own_.value[i] : fill_;
-        if (i + 1 == own_.size) word |= ones_;
-        return i + 1 == size_ ? word & top_mask_ : word;
+    /// The extended words: the stored ones where they will do, else they are written to `out`.
+    const Word* words(unsigned width, Word* out) const {
+        const Internals::View own = Internals::Words(number);
+        if (number.bitwidth() == width) return own.value;
+        const std::size_t size = word_count(width);
+        words::copy(out, own.value, own.size);
+        if (negative) out[own.size - 1] |= top_ones();
+        std::fill(out + own.size, out + size, negative ? ~Word{0} : Word{0});
+        out[size - 1] &= Internals::TopMask(width);
+        return out;
     }
-    void copy_mask(Word* out) const {
-        words::fit(out, size_, own_.mask, own_.size);
-        out[size_ - 1] &= top_mask_;
+    /// X bits are extended by known ones.
+    void copy_mask(unsigned width, Word* out) const {
+        const Internals::View own = Internals::Words(number);
+        const std::size_t size = word_count(width);
+        words::fit(out, size, own.mask, own.size);
+        if (number.bitwidth() != width) out[size - 1] &= Internals::TopMask(width);
     }
-    [[nodiscard]] Word low_mask() const { return own_.mask[0]; }
+    /// What extension by ones adds to the top word.
+    [[nodiscard]] Word top_ones() const { return number.get_top() != 0 ? OnesFrom(number.get_top()) : 0; }
 
-  private:
-    Internals::View own_;
-    std::size_t size_;
-    std::size_t plain_;
-    Word ones_ = 0;             // what sign extension adds to the own top word
-    Word fill_;                 // the words beyond it
-    Word top_mask_ = ~Word{0};  // the used bits of the common top word
+    const KVAL_UINTEGER& number;
+    bool negative;
 };
-
-/// The two's complement of a negative operand at the width at which it is read: its magnitude.
-class NegatedWords {
-  public:
-    NegatedWords(const ExtendedWords& words, unsigned width) : words_(words), top_mask_(Internals::TopMask(width)) {
-        while (lowest_ + 1 < words.size() && words.value(lowest_) == 0) ++lowest_;
-    }
-
-    [[nodiscard]] std::size_t size() const { return words_.size(); }
-    /// Above the lowest word that is not 0, negation is inversion.
-    [[nodiscard]] Word value(std::size_t i) const {
-        Word word = 0;
-        if (i == lowest_) word = 0 - words_.value(i);
-        if (i > lowest_) word = ~words_.value(i);
-        return i + 1 == words_.size() ? word & top_mask_ : word;
-    }
-
-  private:
-    const ExtendedWords& words_;
-    std::size_t lowest_ = 0;
-    Word top_mask_;
-};
-
-/// Whether `a` < `b` as unsigned numbers; words beyond either end count as 0.
-template <typename A, typename B>
-bool less(const A& a, const B& b) {
-    for (std::size_t i = std::max(a.size(), b.size()); i-- > 0;) {
-        const Word x = i < a.size() ? a.value(i) : 0;
-        const Word y = i < b.size() ? b.value(i) : 0;
-        if (x != y) return x < y;
-    }
-    return false;
-}
 
 /// What signed assignment makes of the words that were copied from a source of `source_width` bits into the arrays of a
 /// wide target of `width` bits: extends or cuts them in place.

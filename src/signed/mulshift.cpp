@@ -77,24 +77,18 @@ using kval::detail::OnesFrom;
 using kval::detail::SignedInternals;
 using kval::words::Word;
 
-KVAL_SINTEGER& KVAL_SINTEGER::ShrAssignSignedWide(unsigned count) noexcept {
+KVAL_SINTEGER& KVAL_SINTEGER::ShrAssignNegativeWide(unsigned count) noexcept {
     const std::size_t size = kval::word_count(width);
-    const bool negative = SignedInternals::Negative(*this);
-    // Compared as signed numbers: counts of 2^31 and above are not caught here.
-    if (negative && static_cast<int>(count) >= static_cast<int>(width)) {
+    if (SignedInternals::ShiftedOut(width, count)) {
         std::fill_n(uvalue.words, size, ~Word{0});
         Changed();
         return *this;
     }
     ShrAssignWide(count);
-    if (!negative) return *this;
-    // Deliberate, and not to be fixed: counted down from the top word, every word before `partial` becomes all ones,
-    // whatever the shift left there, and `partial` itself gets ones from the fill start up. That is more than was
-    // shifted out.
-    const unsigned partial = (get_top() + count + 31U) / 32U;
-    const std::size_t whole = std::min<std::size_t>(partial, size);
+    const unsigned filled = SignedInternals::FilledWords(get_top(), count);
+    const std::size_t whole = std::min<std::size_t>(filled, size);
     std::fill_n(uvalue.words + (size - whole), whole, ~Word{0});
-    if (partial < size) uvalue.words[size - 1 - partial] |= OnesFrom(SignedInternals::FillStart(get_top(), count));
+    if (filled < size) uvalue.words[size - 1 - filled] |= OnesFrom(SignedInternals::FillStart(get_top(), count));
     EnforceWidth();
     return *this;
 }

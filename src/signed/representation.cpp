@@ -43,9 +43,6 @@ void assign_signed(Word* value, Word* mask, unsigned source_width, bool negative
 
 }  // namespace kval::detail
 
-KVAL_SINTEGER::KVAL_SINTEGER(unsigned bit_width, std::size_t words, unsigned state)
-    : KVAL_UINTEGER(bit_width, words, state) {}
-
 // Deliberate: the top word is not trimmed, so that its bits above the width are ones too.
 void KVAL_SINTEGER::FillOnesWide() noexcept { std::fill_n(uvalue.words + 1, get_size() - 1, ~Word{0}); }
 
@@ -60,24 +57,13 @@ KVAL_SINTEGER& KVAL_SINTEGER::AssignUnsignedWide(const KVAL_UINTEGER& other) noe
     return *this;
 }
 
+// The words alone: flags and text are the caller's.
 KVAL_SINTEGER& KVAL_SINTEGER::AssignSignedWide(const KVAL_SINTEGER& other) noexcept {
     const Internals::View from = Internals::Words(other);
     const std::size_t both = std::min(from.size, kval::word_count(width));
-    std::copy_n(from.value, both, uvalue.words);
-    std::copy_n(from.mask, both, xmask.words);
+    kval::words::copy(uvalue.words, from.value, both);
+    kval::words::copy(xmask.words, from.mask, both);
     kval::detail::assign_signed(uvalue.words, xmask.words, other.width, SignedInternals::Negative(other), width);
-    CopyFlags(other);
-    DeleteString();
-    return *this;
-}
-
-// Move assignment between equally wide values: what copy assignment gives, on exchanged arrays.
-KVAL_SINTEGER& KVAL_SINTEGER::ExchangeWide(KVAL_SINTEGER& other) noexcept {
-    if (this == &other) return *this;
-    Internals::Swap(*this, other);
-    kval::detail::assign_signed(uvalue.words, xmask.words, width, SignedInternals::Negative(*this), width);
-    DeleteString();
-    other.DeleteString();
     return *this;
 }
 

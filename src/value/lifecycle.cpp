@@ -1,5 +1,6 @@
 // Construction, copying, assignment, resizing and release of wide values.
 #include <algorithm>
+#include <memory>
 
 #include "kval.h"
 #include "value/storage.h"
@@ -51,12 +52,12 @@ KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(const KVAL_UINTEGER& other) noexcept {
     return *this;
 }
 
+// The flags are cleared by the caller.
 KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(unsigned value) noexcept {
     const std::size_t size = kval::word_count(width);
     std::fill_n(uvalue.words, size, Word{0});
     std::fill_n(xmask.words, size, Word{0});
     uvalue.words[0] = value;
-    flags = static_cast<std::uint8_t>(flags & ~kFourState);
     DeleteString();
     return *this;
 }
@@ -91,4 +92,4 @@ void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
     Changed();
 }
 
-void Internals::DeleteText(const char* text) noexcept { delete[] text; }
+void Internals::DeleteText(const char* text) noexcept { const std::unique_ptr<const char[]> released(text); }

@@ -86,13 +86,14 @@ struct FullStock : Stock {
     LongPairs longer;
 };
 
-constexpr std::size_t most_bytes() {
+consteval std::size_t bytes_of(std::size_t pairs, std::size_t words) {
     constexpr std::size_t kHeapOverhead = 16;
-    const auto pairs = [](std::size_t count, std::size_t words) {
-        return count * 2 * (words * sizeof(std::uint32_t) + kHeapOverhead);
-    };
-    std::size_t bytes = sizeof(FullStock) + pairs(LongPairs::kPairs, LongPairs::kLongestPair);
-    for (std::size_t words = 0; words <= Stock::kLongest; ++words) bytes += pairs(room_for(words), words);
+    return pairs * 2 * (words * sizeof(std::uint32_t) + kHeapOverhead);
+}
+
+consteval std::size_t most_bytes() {
+    std::size_t bytes = sizeof(FullStock) + bytes_of(LongPairs::kPairs, LongPairs::kLongestPair);
+    for (std::size_t words = 0; words <= Stock::kLongest; ++words) bytes += bytes_of(room_for(words), words);
     return bytes;
 }
 static_assert(most_bytes() <= std::size_t{256} * 1024, "a thread keeps at most 256 KiB");
@@ -158,7 +159,7 @@ void add_more(std::size_t words) noexcept {
             const Planes more = new_pair(words);
             GivePlanes(more.value, more.mask, words);
         }
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         return;
     }
 }

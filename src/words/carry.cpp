@@ -7,11 +7,11 @@
 namespace kval::words {
 namespace {
 
-// A carry chain over any number of words: `blocks` for as many whole blocks as there are, `step` for the rest.
+// A carry chain over a block of words at least: `blocks` for as many whole blocks as there are, `step` for the rest.
 template <typename Blocks, typename Step>
 bool whole_chain(Word* out, const Word* a, const Word* b, std::size_t size, Blocks blocks, Step step) {
     const std::size_t done = size - size % kCarryBlock;
-    const bool carry = done != 0 && blocks(out, a, b, done / kCarryBlock);
+    const bool carry = blocks(out, a, b, done / kCarryBlock);
     return chain_limbs(out + done, a + done, b + done, size - done, carry, step);
 }
 

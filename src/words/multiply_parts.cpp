@@ -60,10 +60,9 @@ std::size_t MultiplyPlan::scratch(std::size_t a_size, std::size_t b_size) const 
             return karatsuba_scratch(a_size, b_size, *this);
         case Method::kToom:
             return toom_scratch(a_size, b_size, *this);
-        case Method::kLong:
-            break;
+        default:
+            return 0;
     }
-    return 0;
 }
 
 void MultiplyPlan::multiply(Word* out, const Word* a, std::size_t a_size, const Word* b, std::size_t b_size,
@@ -73,14 +72,14 @@ void MultiplyPlan::multiply(Word* out, const Word* a, std::size_t a_size, const 
         std::swap(a_size, b_size);
     }
     switch (method(*this, a_size, b_size)) {
-        case Method::kLong:
-            return multiply_long(out, a, a_size, b, b_size, loops);
         case Method::kPieces:
             return multiply_pieces(out, a, a_size, b, b_size, scratch_words, *this);
         case Method::kKaratsuba:
             return multiply_karatsuba(out, a, a_size, b, b_size, scratch_words, *this);
         case Method::kToom:
             return multiply_toom(out, a, a_size, b, b_size, scratch_words, *this);
+        default:
+            return multiply_long(out, a, a_size, b, b_size, loops);
     }
 }
 

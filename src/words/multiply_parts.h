@@ -54,11 +54,8 @@ inline void subtract_from(Word* number, std::size_t size, const Word* subtrahend
 inline bool difference(Word* out, const Word* a, std::size_t a_size, const Word* b, std::size_t b_size) {
     const bool negative = compare(a, a_size, b, b_size) < 0;
     const bool borrow = negative ? subtract(out, b, a, b_size) : subtract(out, a, b, b_size);
-    if (negative) {
-        std::fill(out + b_size, out + a_size, Word{0});
-    } else {
-        subtract_borrow(out + b_size, a + b_size, a_size - b_size, borrow);
-    }
+    // Of a smaller `a` the words above are 0, and there is no borrow.
+    subtract_borrow(out + b_size, a + b_size, a_size - b_size, borrow);
     return negative;
 }
 

@@ -59,7 +59,7 @@ Reference difference(const Words& a, const Words& b, bool borrow) {
 // Runs a kernel of two operands into an array of its own, into either operand, and on one array as all three.
 template <typename Kernel>
 void check_two(Kernel kernel, Reference (*reference)(const Words&, const Words&, bool)) {
-    for (std::size_t size = 0; size <= kMostWords; ++size) {
+    for (std::size_t size = 0; size <= kManyWords; ++size) {
         const std::vector<Words> all = operands(size);
         for (const Words& a : all) {
             for (const Words& b : all) {
@@ -89,7 +89,7 @@ void check_two(Kernel kernel, Reference (*reference)(const Words&, const Words&,
 // Runs a kernel of one operand and a carry or borrow into an array of its own and in place.
 template <typename Kernel>
 void check_one(Kernel kernel, Reference (*reference)(const Words&, const Words&, bool)) {
-    for (std::size_t size = 0; size <= kMostWords; ++size) {
+    for (std::size_t size = 0; size <= kManyWords; ++size) {
         for (const Words& a : operands(size)) {
             for (const bool in : {false, true}) {
                 const Reference want = reference(a, Words(size, 0), in);
@@ -114,7 +114,7 @@ TEST(WordsCarry, Subtract) { check_two(kval::words::subtract, difference); }
 TEST(WordsCarry, SubtractBorrow) { check_one(kval::words::subtract_borrow, difference); }
 
 TEST(WordsCarry, ACarryTravelsThroughEveryWord) {
-    for (std::size_t size = 1; size <= kMostWords; ++size) {
+    for (std::size_t size = 1; size <= kManyWords; ++size) {
         Words one(size, 0);
         one.front() = 1;
         Words words(size, 0xFFFFFFFF);
@@ -126,6 +126,25 @@ TEST(WordsCarry, ACarryTravelsThroughEveryWord) {
         EXPECT_EQ(words, Words(size, 0));
         EXPECT_TRUE(kval::words::subtract_borrow(words.data(), words.data(), size, true));
         EXPECT_EQ(words, Words(size, 0xFFFFFFFF));
+    }
+}
+
+// Of a carry that dies in the middle, the words above stay what they are, in place and in an array of their own.
+TEST(WordsCarry, ACarryThatDiesLeavesTheWordsAboveAsTheyAre) {
+    for (std::size_t size = 1; size <= kManyWords; ++size) {
+        for (std::size_t last = 0; last < size; ++last) {
+            Words full(size, 0x12345678), empty(full);
+            std::fill_n(full.begin(), last, 0xFFFFFFFF);
+            std::fill_n(empty.begin(), last, 0U);
+            Words more(empty), less(full);
+            more[last] = 0x12345679;
+            less[last] = 0x12345677;
+            Words out = guarded(Words(size, 0xA5A5A5A5));
+            EXPECT_FALSE(kval::words::add_carry(out.data() + 1, full.data(), size, true));
+            EXPECT_EQ(out, guarded(more)) << last << " of " << size;
+            EXPECT_FALSE(kval::words::subtract_borrow(out.data() + 1, empty.data(), size, true));
+            EXPECT_EQ(out, guarded(less)) << last << " of " << size;
+        }
     }
 }
 

@@ -61,9 +61,46 @@ TEST(WordsCompare, EveryPairOfSizes) {
     }
 }
 
+// Arrays that long loops go through: one bit of any word is changed, at the ends of the word and inside.
+TEST(WordsCompare, OneBitInAnyWordOfMany) {
+    std::mt19937 random(61);
+    for (std::size_t a_size = kMostWords + 1; a_size <= kManyWords; ++a_size) {
+        for (const std::size_t b_size : {a_size, a_size + 1, a_size + 17}) {
+            for (const Words& a : {Words(a_size, 0), Words(a_size, 0xFFFFFFFF), runs(random, a_size)}) {
+                Words b = a;
+                b.resize(b_size, 0);
+                check(a, b);
+                for (std::size_t word = 0; word < b_size; ++word) {
+                    for (const unsigned bit : {0U, static_cast<unsigned>(1 + random() % 30), 31U}) {
+                        b[word] ^= Word{1} << bit;
+                        check(a, b);
+                        b[word] ^= Word{1} << bit;
+                    }
+                }
+            }
+        }
+    }
+}
+
+// The highest difference decides, whatever the words below it say.
+TEST(WordsCompare, UnrelatedWordsBelowTheDifference) {
+    std::mt19937 random(67);
+    for (std::size_t size = 1; size <= kManyWords; ++size) {
+        for (std::size_t highest = 0; highest < size; ++highest) {
+            Words a = runs(random, size), b(a);
+            for (std::size_t word = 0; word < highest; ++word) {
+                a[word] = static_cast<Word>(random());
+                b[word] = static_cast<Word>(random());
+            }
+            b[highest] = ~a[highest];
+            check(a, b);
+        }
+    }
+}
+
 TEST(WordsCompare, AnArrayWithItself) {
     std::mt19937 random(59);
-    for (std::size_t size = 1; size <= kMostWords; ++size) {
+    for (std::size_t size = 1; size <= kManyWords; ++size) {
         const Words a = runs(random, size);
         EXPECT_TRUE(kval::words::equal(a.data(), size, a.data(), size)) << size << " words";
         EXPECT_EQ(kval::words::compare(a.data(), size, a.data(), size), 0) << size << " words";
@@ -80,7 +117,7 @@ TEST(WordsCompare, TheHighestDifferingWordDecides) {
 }
 
 TEST(WordsCompare, AllZero) {
-    for (std::size_t size = 0; size <= kMostWords; ++size) {
+    for (std::size_t size = 0; size <= kManyWords; ++size) {
         Words words = guarded(Words(size, 0));
         EXPECT_TRUE(kval::words::all_zero(words.data() + 1, size)) << size << " words";
         for (std::size_t bit = 0; bit < 32 * size; ++bit) {

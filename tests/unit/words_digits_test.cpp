@@ -169,6 +169,9 @@ TEST(WordsDigits, ReadHexadecimalWithEveryOtherCharacter) {
                 ASSERT_TRUE(read_hexadecimal(text) == expected_of_hexadecimal(text))
                     << "character " << code << " at " << at << " of " << length;
             }
+            const std::string alike(length, static_cast<char>(code));
+            ASSERT_TRUE(read_hexadecimal(alike) == expected_of_hexadecimal(alike))
+                << length << " times character " << code;
         }
     }
 }
@@ -252,6 +255,7 @@ TEST(WordsDigits, ReadBinaryTakesOnlyZeroAndOneAsGiven) {
                 text[at] = static_cast<char>(code);
                 check_reading_binary(text, Words(size, 0), Words(size, kAll));
             }
+            check_reading_binary(std::string(length, static_cast<char>(code)), Words(size, 0), Words(size, kAll));
         }
     }
 }

@@ -15,11 +15,11 @@ namespace {
 
 using namespace words_support;
 
-// Every word boundary of the largest array with its neighbours, some in between, and counts far beyond every array.
-std::vector<std::size_t> counts() {
+// Every word boundary of the larger array with its neighbours, some in between, and counts far beyond it.
+std::vector<std::size_t> counts(std::size_t words) {
     std::vector<std::size_t> all = {0,   1,   2,    7,          16,         30,         45,      77,
                                     150, 211, 1000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, SIZE_MAX};
-    for (std::size_t boundary = 32; boundary <= 32 * (kMostWords + 1); boundary += 32) {
+    for (std::size_t boundary = 32; boundary <= 32 * (words + 1); boundary += 32) {
         all.insert(all.end(), {boundary - 1, boundary, boundary + 1});
     }
     return all;
@@ -43,37 +43,50 @@ Words right_shifted(const Words& in, std::size_t out_size, std::size_t count) {
     return out;
 }
 
-// Runs a shift into an array of its own and in place, where words that belong to the input alone stay as they are.
-template <typename Kernel>
-void check(Kernel kernel, Words (*reference)(const Words&, std::size_t, std::size_t)) {
-    std::mt19937 random(29);
-    for (std::size_t in_size = 0; in_size <= kMostWords; ++in_size) {
-        for (const Words& in : {Words(in_size, 0xFFFFFFFF), runs(random, in_size), runs(random, in_size)}) {
-            for (std::size_t out_size = 0; out_size <= kMostWords; ++out_size) {
-                for (const std::size_t count : counts()) {
-                    const Words want = reference(in, out_size, count);
-                    const Words from = guarded(in);
-                    Words out = guarded(Words(out_size, 0xA5A5A5A5));
-                    kernel(out.data() + 1, out_size, from.data() + 1, in_size, count);
-                    ASSERT_EQ(out, guarded(want)) << in_size << " words to " << out_size << " by " << count;
+// All that are short, and of the longer ones every number of limbs that a step of the loops may leave over, with and
+// without an odd word.
+std::vector<std::size_t> sizes() {
+    std::vector<std::size_t> all = {12, 13, 14, 15, 16, 17, 20, 21, 26, 27};
+    for (std::size_t size = 0; size <= kMostWords + 1; ++size) all.push_back(size);
+    return all;
+}
 
-                    Words place = in;
-                    place.resize(std::max(in_size, out_size), 0xA5A5A5A5);
-                    Words want_place = place;
-                    std::copy(want.begin(), want.end(), want_place.begin());
-                    place = guarded(place);
-                    kernel(place.data() + 1, out_size, place.data() + 1, in_size, count);
-                    ASSERT_EQ(place, guarded(want_place))
-                        << in_size << " words to " << out_size << " in place by " << count;
+// Runs a shift into an array of its own and in place, where words that belong to the input alone stay as they are.
+template <typename Kernel, typename Reference>
+void check(Kernel kernel, Reference reference, const Words& in, std::size_t out_size, std::size_t count) {
+    const Words want = reference(in, out_size, count);
+    const Words from = guarded(in);
+    Words out = guarded(Words(out_size, 0xA5A5A5A5));
+    kernel(out.data() + 1, out_size, from.data() + 1, in.size(), count);
+    ASSERT_EQ(out, guarded(want)) << in.size() << " words to " << out_size << " by " << count;
+
+    Words place = in;
+    place.resize(std::max(in.size(), out_size), 0xA5A5A5A5);
+    Words want_place = place;
+    std::copy(want.begin(), want.end(), want_place.begin());
+    place = guarded(place);
+    kernel(place.data() + 1, out_size, place.data() + 1, in.size(), count);
+    ASSERT_EQ(place, guarded(want_place)) << in.size() << " words to " << out_size << " in place by " << count;
+}
+
+template <typename Kernel, typename Reference>
+void check_all(Kernel kernel, Reference reference) {
+    std::mt19937 random(29);
+    for (const std::size_t in_size : sizes()) {
+        for (const Words& in : {Words(in_size, 0xFFFFFFFF), runs(random, in_size), runs(random, in_size)}) {
+            for (const std::size_t out_size : sizes()) {
+                for (const std::size_t count : counts(std::max(in_size, out_size))) {
+                    check(kernel, reference, in, out_size, count);
+                    if (testing::Test::HasFatalFailure()) return;
                 }
             }
         }
     }
 }
 
-TEST(WordsShift, Left) { check(kval::words::shift_left, left_shifted); }
+TEST(WordsShift, Left) { check_all(kval::words::shift_left, left_shifted); }
 
-TEST(WordsShift, Right) { check(kval::words::shift_right, right_shifted); }
+TEST(WordsShift, Right) { check_all(kval::words::shift_right, right_shifted); }
 
 // The reference is itself code that can be wrong, so a few results stand here as numbers.
 TEST(WordsShift, ByHand) {

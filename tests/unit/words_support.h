@@ -12,7 +12,10 @@ namespace words_support {
 using kval::words::Word;
 using Words = std::vector<Word>;
 
+// Every pair of sizes up to this one.
 constexpr std::size_t kMostWords = 9;
+// Beyond several steps of every loop over long arrays, with all that a step may leave over.
+constexpr std::size_t kManyWords = 42;
 
 // `size` words in runs of 1 to 64 equal bits: carries and borrows travel far along them, partial products carry far,
 // and a bit that was moved to the wrong place shows.

@@ -1,4 +1,5 @@
-// The inline bodies of the signed value: everything with a compact result; the rest is one call to a ...Wide function.
+// The inline bodies of the signed value: everything with a compact result, and what is short with up to 64 bits; the rest
+// is one call of a ...Large or ...Wide function.
 #ifndef KVAL_DETAIL_SIGNED_INLINE_H
 #define KVAL_DETAIL_SIGNED_INLINE_H
 
@@ -8,32 +9,36 @@ namespace detail {
 /// Ones from bit `count` modulo 32 up.
 inline std::uint32_t OnesFrom(unsigned count) noexcept { return 0xFFFFFFFFU << (count & 31U); }
 
-/// A sum or difference of compact operands, in registers: up to 34 value bits, since both steps that widen may happen.
+/// An operand, sum or difference of up to 64 bits in registers. One that turns out wider has its width right, and
+/// nothing else.
 struct Register {
     unsigned width;
     std::uint64_t value;
-    std::uint32_t mask;
+    std::uint64_t mask;
     unsigned flags;
 
-    bool Negative() const noexcept { return (value >> ((width - 1) & 63U) & 1U) != 0; }
+    __attribute__((always_inline)) bool Negative() const noexcept { return (value >> ((width - 1) & 63U) & 1U) != 0; }
     Register Trimmed() const noexcept {
-        const std::uint64_t bits = (std::uint64_t{1} << width) - 1;
-        return {width, value & bits, mask & static_cast<std::uint32_t>(bits), flags};
+        const std::uint64_t used = ~std::uint64_t{0} >> (-width & 63U);
+        return {width, value & used, mask & used, flags};
     }
     Register Negated() const noexcept { return Register{width, 0 - value, mask, flags}.Trimmed(); }
-    /// With the top bit set as set_bit() does it: the bit is known, and flag X goes when its word holds no X mark.
-    Register WithTop(bool top) const noexcept {
-        const std::uint64_t bit = std::uint64_t{1} << (width - 1);
-        const std::uint32_t known = mask & static_cast<std::uint32_t>(~bit);
-        const bool x_free = known == 0 || width > 32;
-        return {width, top ? value | bit : value & ~bit, known, x_free ? Internals::WithoutX(flags) : flags};
+    // In place, and results in one variable each: else compilers keep the whole in memory.
+
+    /// Sets the top bit as set_bit() does it: the bit is known, and flag X goes when its word holds no X mark.
+    void SetTop(bool top) noexcept {
+        const unsigned place = (width - 1) & 63U;
+        const std::uint64_t bit = std::uint64_t{1} << place;
+        value = top ? value | bit : value & ~bit;
+        mask &= ~bit;
+        if (mask >> (place & 32U) == 0) flags = Internals::WithoutX(flags);
     }
     /// One bit wider, the new bit set as set_bit() does it.
-    Register Widened(bool top) const noexcept { return Register{width + 1, value, mask, flags}.WithTop(top); }
+    void Widen(bool top) noexcept {
+        ++width;
+        SetTop(top);
+    }
 };
-
-/// What the sum of two signed values needs to read right.
-enum class SumRepair { kNone, kClearTop, kWiden };
 
 /// What a division comes to: X, or a number that is first put into `width` bits and then assigned to the result.
 struct Quotient {
@@ -42,11 +47,12 @@ struct Quotient {
     unsigned width;
 };
 
-class ExtendedWords;
+struct Operand;
 
 /// The signed operators' way to the fields, and the wide half of every signed operator.
 struct SignedInternals {
     using Word = std::uint32_t;
+    using DoubleWord = std::uint64_t;
 
     static_assert(sizeof(KVAL_SINTEGER) == sizeof(KVAL_UINTEGER), "a signed value adds nothing to the object");
 
@@ -59,42 +65,43 @@ struct SignedInternals {
     static unsigned CommonWidth(const KVAL_UINTEGER& a, const KVAL_UINTEGER& b) noexcept {
         return Internals::Wider(a, b).bitwidth();
     }
-    /// A compact operand at a compact common width; one that has this width already is read as it is.
-    static Register Extended(const KVAL_UINTEGER& v, unsigned width, bool negative) noexcept {
-        const Register same = {width, v.uint(), Internals::LowMask(v), Internals::Flags(v)};
+    /// An operand of up to 64 bits at such a common width; one that has this width already is read as it is.
+    __attribute__((always_inline)) static Register Extended(const KVAL_UINTEGER& v, unsigned width,
+                                                            bool negative) noexcept {
+        const Register same = {width, Internals::LowPair(v), Internals::LowPairMask(v), Internals::Flags(v)};
         if (v.bitwidth() == width) return same;
-        const std::uint64_t ones = negative ? OnesFrom(v.bitwidth()) : 0;
+        const DoubleWord ones = negative ? ~DoubleWord{0} << (v.bitwidth() & 63U) : 0;
         return Register{width, same.value | ones, same.mask, same.flags}.Trimmed();
     }
-    static Register Extended(const KVAL_SINTEGER& v, unsigned width) noexcept {
+    __attribute__((always_inline)) static Register Extended(const KVAL_SINTEGER& v, unsigned width) noexcept {
         return Extended(v, width, Negative(v));
     }
-    static Register Extended(const KVAL_UINTEGER& v, unsigned width) noexcept { return Extended(v, width, false); }
-
-    // ---- the unsigned sum and difference of two equally wide operands ----
-
-    static Register Sum(const Register& a, const Register& b) noexcept {
-        const std::uint64_t sum = a.value + b.value;
-        const unsigned grown = a.width + static_cast<unsigned>((sum >> a.width | sum >> 32) & 1U);
-        return Register{grown, sum, b.mask, b.flags}.Trimmed();
+    __attribute__((always_inline)) static Register Extended(const KVAL_UINTEGER& v, unsigned width) noexcept {
+        return Extended(v, width, false);
     }
-    static Register Difference(const Register& a, const Register& b) noexcept {
+
+    // ---- the unsigned sum and difference of two equally wide operands, which are stored in units of some words ----
+
+    template <typename Unit>
+    __attribute__((always_inline)) static Register UnsignedSum(const Register& a, const Register& b) noexcept {
+        const DoubleWord sum = a.value + b.value;
+        const bool carry = sizeof(Unit) < sizeof sum ? sum >> 32 != 0 : sum < a.value;
+        const bool reached = (sum >> 1 >> ((a.width - 1) & 63U) & 1U) != 0;
+        return Register{a.width + static_cast<unsigned>(reached || carry), sum, b.mask, b.flags}.Trimmed();
+    }
+    __attribute__((always_inline)) static Register UnsignedDifference(const Register& a, const Register& b) noexcept {
         return Register{a.width, a.value - b.value, a.mask, a.flags}.Trimmed();
     }
 
-    /// What is wrong with a sum whose sign is `negative`; `less`: where the operands' signs differ, whether the
-    /// magnitude of the one above zero is less than that of the one below.
-    static SumRepair Repair(bool a_negative, bool b_negative, bool negative, bool less) noexcept {
-        // Equal signs, and the sum has the other one: it overflowed into the bit above.
-        if (a_negative == b_negative) return negative != a_negative ? SumRepair::kWiden : SumRepair::kNone;
-        // Unequal signs: the larger magnitude gives the sign, and a bit that was carried out is cleared. There is no
-        // other repair: where the magnitude below zero is the larger one, the sum has its sign.
-        return negative && !less ? SumRepair::kClearTop : SumRepair::kNone;
+    /// Whether a sum reads right by its sign alone. Where it does not: operands of equal signs overflowed into the bit
+    /// above; with unequal signs, the larger magnitude gives the sign.
+    static bool SignIsRight(bool a_negative, bool b_negative, bool negative) noexcept {
+        return a_negative == b_negative ? negative == a_negative : !negative;
     }
 
-    // ---- signed assignment to a compact target ----
+    // ---- signed assignment ----
 
-    /// The bits that a target of `width` bits gets from the low word of a source of `source_width` bits.
+    /// The bits that a compact target of `width` bits gets from the low word of a source of `source_width` bits.
     static FourState<Word> Assigned(FourState<Word> low, unsigned source_width, bool negative,
                                     unsigned width) noexcept {
         // Deliberate: the ones start at the source's width modulo 32, even where the source has more words than one.
@@ -105,15 +112,58 @@ struct SignedInternals {
         const Word top = Internals::TopMask(width);
         return {low.value & top, low.mask & top};
     }
-    /// As assigned to a value of `width` bits, which may be 33 where the source has 32 at least.
-    static Register Assigned(const Register& source, unsigned width) noexcept {
-        if (width > 32) {
-            const std::uint64_t sign = source.Negative() ? ~std::uint64_t{0} << source.width : 0;
-            return Register{width, source.value | sign, source.mask, source.flags}.Trimmed();
+    /// The bits that a target of 33 to 64 bits gets from the low 64 of the source.
+    __attribute__((always_inline)) static FourState<DoubleWord> AssignedPair(FourState<DoubleWord> low,
+                                                                             unsigned source_width, bool negative,
+                                                                             unsigned width) noexcept {
+        const DoubleWord sign = DoubleWord{1} << ((width - 1) & 63U);
+        if (!negative) {
+            if ((low.value & sign) != 0) low = {low.value & ~sign, low.mask & ~sign};
+        } else if (source_width % 32U == 0) {
+            if (source_width == 32) low.value |= ~DoubleWord{0} << 32;
+        } else if (source_width < 32) {
+            // Deliberate: unknown bits in the word that is filled up with ones are dropped.
+            low = {low.value | ~DoubleWord{0} << source_width, 0};
+        } else {
+            // Deliberate: the ones start where the source's width says, even where the source has more words.
+            low.value |= DoubleWord{OnesFrom(source_width)} << 32;
+            if (source_width < 64) low.mask &= 0xFFFFFFFFU;
         }
-        const FourState<Word> low = {static_cast<Word>(source.value), source.mask};
-        const FourState<Word> bits = Assigned(low, source.width, source.Negative(), width);
-        return {width, bits.value, bits.mask, source.flags};
+        return Internals::PairTrimmed(low, width);
+    }
+    /// As assigned to a value of `width` bits.
+    __attribute__((always_inline)) static Register Assigned(Register r, unsigned width) noexcept {
+        if (width > 32) {
+            const FourState<DoubleWord> bits = AssignedPair({r.value, r.mask}, r.width, r.Negative(), width);
+            r.value = bits.value;
+            r.mask = bits.mask;
+        } else {
+            const FourState<Word> low = {static_cast<Word>(r.value), static_cast<Word>(r.mask)};
+            const FourState<Word> bits = Assigned(low, r.width, r.Negative(), width);
+            r.value = bits.value;
+            r.mask = bits.mask;
+        }
+        r.width = width;
+        return r;
+    }
+    /// The same from a value of the same width.
+    static FourState<DoubleWord> SettledPair(FourState<DoubleWord> bits, bool negative, unsigned width) noexcept {
+        if (negative && width != 64) bits.mask &= 0xFFFFFFFFU;
+        return Internals::PairTrimmed(bits, width);
+    }
+    /// What assignment from a value of the same width makes of the words that a wide target has got from it. Deliberate:
+    /// unknown bits in the top word of a negative value are dropped, unless it is full.
+    static void Settle(KVAL_SINTEGER& v) noexcept {
+        const std::size_t top = Internals::Size(v) - 1;
+        Word* const mask = v.xmask.words + top;
+        if (Negative(v) && v.get_top() != 0) {
+            if (top % 2 != 0) {
+                words::store_pair(mask - 1, mask[-1]);
+            } else {
+                *mask = 0;
+            }
+        }
+        Internals::TrimWide(v);
     }
 
     // ---- results ----
@@ -121,23 +171,71 @@ struct SignedInternals {
     static KVAL_SINTEGER Result(unsigned width, FourState<Word> bits, unsigned flags) noexcept {
         return KVAL_SINTEGER(bits.value, bits.mask, width, flags);
     }
+    static KVAL_SINTEGER PairResult(unsigned width, DoubleWord value, DoubleWord mask, unsigned flags) {
+        KVAL_SINTEGER result(width, std::size_t{2}, flags);
+        Internals::SetPair(result, {value, mask});
+        return result;
+    }
+    /// A wide result of compact operands, which is rare.
+    __attribute__((noinline)) static KVAL_SINTEGER GrownResult(unsigned width, DoubleWord value, DoubleWord mask,
+                                                               unsigned flags) {
+        return PairResult(width, value, mask, flags);
+    }
+    static KVAL_SINTEGER CompactResult(const Register& r) noexcept {
+        return Result(r.width, {static_cast<Word>(r.value), static_cast<Word>(r.mask)}, r.flags);
+    }
     static KVAL_SINTEGER Result(const Register& r) {
-        return r.width <= 32 ? Result(r.width, {static_cast<Word>(r.value), r.mask}, r.flags) : WideResult(r);
+        return r.width <= 32 ? CompactResult(r) : GrownResult(r.width, r.value, r.mask, r.flags);
     }
-    KVAL_API static KVAL_SINTEGER WideResult(const Register& r);
-    /// The magnitude of a compact value, as a number of its own width.
-    static Word Magnitude(const KVAL_SINTEGER& v) noexcept {
-        return Negative(v) ? (0U - v.uint()) & Internals::TopMask(v.bitwidth()) : v.uint();
+    /// The same where most are wide.
+    static KVAL_SINTEGER LargeResult(const Register& r) {
+        return r.width <= 32 ? CompactResult(r) : PairResult(r.width, r.value, r.mask, r.flags);
     }
-    /// The compact product of two magnitudes; X as the base's product gives it.
-    static KVAL_SINTEGER Product(unsigned width, Word a, Word b, bool x, bool negative) noexcept {
-        if (x) return KVAL_SINTEGER(Internals::AllXResult(width, 0, 0));
-        const Word product = negative ? 0U - a * b : a * b;
-        return Result(width, {product & Internals::TopMask(width), 0}, 0);
+    /// A negative value of up to 64 bits, extended to all of them.
+    static DoubleWord Filled(const KVAL_SINTEGER& v) noexcept {
+        return Internals::LowPair(v) | ~DoubleWord{0} << ((v.bitwidth() - 1) & 63U);
     }
+    /// The magnitude of a value of up to 64 bits, as a number of its own width.
+    static DoubleWord Magnitude(const KVAL_SINTEGER& v) noexcept {
+        const DoubleWord low = Internals::LowPair(v);
+        return Negative(v) ? (0 - low) & ~DoubleWord{0} >> (-v.bitwidth() & 63U) : low;
+    }
+    /// The product of two magnitudes that is not wider than 64 bits; X as the base's product gives it.
+    static KVAL_SINTEGER Product(unsigned width, DoubleWord a, DoubleWord b, bool x, bool negative) {
+        const DoubleWord used = ~DoubleWord{0} >> (-width & 63U);
+        const DoubleWord product = (negative ? 0 - a * b : a * b) & used;
+        return x ? LargeResult({width, 0, used, KVAL_UINTEGER::kX}) : LargeResult({width, product, 0, 0});
+    }
+    static KVAL_SINTEGER Product(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+        return Product(a.width + b.width, Magnitude(a), Magnitude(b), a.is_x() || b.is_x(), Negative(a) != Negative(b));
+    }
+    static KVAL_SINTEGER Product(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
+        return Product(a.width + b.width, Magnitude(a), Internals::LowPair(b), a.is_x() || b.is_x(), Negative(a));
+    }
+
+    // ---- sums and differences by the rules of each operator, of operands of up to 64 bits ----
+
+    template <typename Unit>
+    static Register Sum(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+    template <typename Unit>
+    static Register Sum(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
+    template <typename Unit>
+    static Register Difference(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+    template <typename Unit>
+    static Register Difference(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
+    template <typename Unit>
+    static Register Difference(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
 
     // ---- in place ----
 
+    /// Whether nothing of a negative value is left after a shift in place. Deliberate: compared as signed numbers, so that
+    /// counts of 2^31 and above do not count.
+    static bool ShiftedOut(unsigned width, unsigned count) noexcept {
+        return static_cast<int>(count) >= static_cast<int>(width);
+    }
+    /// How many words of a wide negative value become all ones in a shift in place, from the top down. Deliberate, and
+    /// not to be fixed: that is more than was shifted out.
+    static unsigned FilledWords(unsigned top, unsigned count) noexcept { return (top + count + 31U) / 32U; }
     /// Where the ones of a negative value shifted in place begin. Deliberate: exact only where the width is no multiple
     /// of 32; where it is one, the ones are shifted to the right place once, and that pattern is taken for the place.
     static unsigned FillStart(unsigned top, unsigned count) noexcept {
@@ -186,12 +284,126 @@ struct SignedInternals {
         return Result(width, {StoredBits(quotient, width), 0}, 0);
     }
 
+    // ---- what is not compact: not inline, but compiled into the program, where up to 64 bits and short values of equal
+    //      widths are done; the rest is in the library ----
+
+    /// Whether both are wide, of one width, and not longer than a short value.
+    static bool Short(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+        return a.width == b.width && a.width - 33U < 224U;
+    }
+    __attribute__((noinline)) static KVAL_SINTEGER AddShort(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+        const std::size_t size = Internals::Size(a);
+        KVAL_SINTEGER sum(a.width, std::size_t{a.width + 1} / 32 + 1, Internals::Flags(b));
+        words::copy_limbs(sum.xmask.words, b.xmask.words, size);
+        Internals::FinishSum(
+            sum, a.width,
+            words::chain_limbs(sum.uvalue.words, a.uvalue.words, b.uvalue.words, size, false, words::AddStep()));
+        if (!SignIsRight(Negative(a), Negative(b), Negative(sum))) RepairWideSum(sum, a, b);
+        return sum;
+    }
+    __attribute__((noinline)) static KVAL_SINTEGER SubShort(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+        const std::size_t size = Internals::Size(a);
+        KVAL_SINTEGER difference(a.width, std::size_t{a.width} / 32 + 1, Internals::Flags(a));
+        words::copy_limbs(difference.xmask.words, a.xmask.words, size);
+        words::chain_limbs(difference.uvalue.words, a.uvalue.words, b.uvalue.words, size, false, words::SubtractStep());
+        Settle(difference);
+        if (Overflowed(a, b, difference)) WidenWideDifference(difference, Negative(a));
+        return difference;
+    }
+    static bool Overflowed(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b, const KVAL_SINTEGER& difference) noexcept {
+        return Negative(a) != Negative(b) && Negative(difference) != Negative(a);
+    }
+    static KVAL_SINTEGER ShrShort(const KVAL_SINTEGER& a, unsigned count, unsigned width) {
+        KVAL_SINTEGER result(width, (std::size_t{width} + 31) / 32, Internals::Flags(a));
+        Internals::ShiftRightShort(result, a, count);
+        return result;
+    }
+    __attribute__((noinline)) static KVAL_SINTEGER AddLarge(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+        if (Internals::UpToPairs(a, b)) {
+            const Register sum = Sum<DoubleWord>(a, b);
+            if (sum.width <= 64) return LargeResult(sum);
+        }
+        return Short(a, b) ? AddShort(a, b) : AddWide(a, b);
+    }
+    __attribute__((noinline)) static KVAL_SINTEGER AddLarge(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
+        if (Internals::UpToPairs(a, b)) {
+            const Register sum = Sum<DoubleWord>(a, b);
+            if (sum.width <= 64) return LargeResult(sum);
+        }
+        return AddWide(a, b);
+    }
+    __attribute__((noinline)) static KVAL_SINTEGER SubLarge(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+        if (Internals::UpToPairs(a, b)) {
+            const Register difference = Difference<DoubleWord>(a, b);
+            if (difference.width <= 64) return LargeResult(difference);
+        }
+        return Short(a, b) ? SubShort(a, b) : SubWide(a, b);
+    }
+    __attribute__((noinline)) static KVAL_SINTEGER SubLarge(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
+        return Internals::UpToPairs(a, b) ? LargeResult(Difference<DoubleWord>(a, b)) : SubWide(a, b);
+    }
+    __attribute__((noinline)) static KVAL_SINTEGER SubLarge(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
+        if (Internals::UpToPairs(a, b)) {
+            const Register difference = Difference<DoubleWord>(a, b);
+            if (difference.width <= 64) return LargeResult(difference);
+        }
+        return SubWide(a, b);
+    }
+    /// A product that is not compact.
+    template <typename Right>
+    __attribute__((noinline)) static KVAL_SINTEGER MulLarge(const KVAL_SINTEGER& a, const Right& b) {
+        return Internals::UpToPairs(a, b) && a.width + b.bitwidth() <= 64 ? Product(a, b) : MulWide(a, b);
+    }
+    /// Right by less than the width.
+    __attribute__((noinline)) static KVAL_SINTEGER ShrLarge(const KVAL_SINTEGER& a, unsigned count) {
+        const unsigned width = a.width - count;
+        if (Internals::IsPair(a)) {
+            const FourState<DoubleWord> bits = Internals::PairOf(a);
+            return LargeResult(Register{width, bits.value >> count, bits.mask >> count, Internals::Flags(a)}.Trimmed());
+        }
+        if (width <= 32) return KVAL_SINTEGER(Internals::ShrToCompact(a, count, width));
+        return Internals::IsShort(a) ? ShrShort(a, count, width) : KVAL_SINTEGER(Internals::ShrWide(a, count, width));
+    }
+    __attribute__((noinline)) static KVAL_SINTEGER& AssignLarge(KVAL_SINTEGER& v, const KVAL_SINTEGER& other) noexcept {
+        v.CopyFlags(other);
+        v.DeleteString();
+        if (Internals::IsPair(v)) {
+            Internals::SetPair(v, AssignedPair(Internals::LowPairs(other), other.width, Negative(other), v.width));
+        } else if (Short(v, other)) {
+            Internals::CopyShort(v, other);
+            Settle(v);
+        } else {
+            return v.AssignSignedWide(other);
+        }
+        return v;
+    }
+    __attribute__((noinline)) static bool EqualNegativeLarge(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+        if (!Short(a, b)) return EqualNegativeWide(a, b);
+        const std::size_t top = Internals::Size(a) - 1;
+        return words::compare_limbs(a.uvalue.words, b.uvalue.words, top) == 0 &&
+               ((a.uvalue.words[top] ^ b.uvalue.words[top]) & Internals::TopMask(a.width)) == 0;
+    }
+    /// In place, of a negative pair.
+    __attribute__((noinline)) static KVAL_SINTEGER& ShrAssignPair(KVAL_SINTEGER& v, unsigned count) noexcept {
+        FourState<DoubleWord> bits = Internals::PairOf(v);
+        if (ShiftedOut(v.width, count)) {
+            bits.value = ~DoubleWord{0};
+        } else {
+            bits = Internals::ShiftedRight(bits, count, v.width);
+            const unsigned whole = FilledWords(v.get_top(), count);
+            bits.value |= ~DoubleWord{0} << (whole < 2 ? 32 - 32 * whole + FillStart(v.get_top(), count) : 0);
+        }
+        Internals::ChangedPair(v, bits);
+        return v;
+    }
+
     static KVAL_SINTEGER Room(unsigned width, unsigned flags);
     static void WidenInPlace(KVAL_SINTEGER& v);
     static void AssignInPlace(KVAL_SINTEGER& v, unsigned width);
-    static KVAL_SINTEGER WideDifference(unsigned width, const ExtendedWords& a, const ExtendedWords& b, unsigned flags);
-    static KVAL_SINTEGER SumWithMagnitude(unsigned result_width, unsigned width, const ExtendedWords& a,
-                                          const ExtendedWords& b, unsigned flags);
+    static KVAL_SINTEGER WideDifference(const Operand& a, const Operand& b);
+    static KVAL_SINTEGER SumWithMagnitude(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
+    KVAL_API static void RepairWideSum(KVAL_SINTEGER& sum, const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
+    KVAL_API static void WidenWideDifference(KVAL_SINTEGER& difference, bool negative);
     KVAL_API static KVAL_SINTEGER AddWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
     KVAL_API static KVAL_SINTEGER AddWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
     KVAL_API static KVAL_SINTEGER SubWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
@@ -202,7 +414,7 @@ struct SignedInternals {
     KVAL_API static KVAL_SINTEGER MulWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
     KVAL_API static KVAL_SINTEGER ShrWide(const KVAL_SINTEGER& a, unsigned count, unsigned width);
     KVAL_API static KVAL_SINTEGER DivisionWide(const Quotient& quotient, unsigned width);
-    /// Equality and order of two negative values.
+    /// Equality of two negative values, and order of two whose widths differ.
     KVAL_API static bool EqualNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
     KVAL_API static bool LessNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
     [[noreturn]] KVAL_API static void ThrowDivideUnsignedWidth();
@@ -217,21 +429,37 @@ struct SignedInternals {
 
 inline KVAL_SINTEGER::KVAL_SINTEGER(int value, unsigned bit_width)
     : KVAL_UINTEGER(static_cast<unsigned>(value), bit_width) {
-    if (value < 0 && !IsCompact()) FillOnesWide();
+    if (value >= 0 || IsCompact()) return;
+    if (kval::detail::Internals::IsPair(*this)) {
+        // Deliberate: the top word is not trimmed, so that its bits above the width are ones too.
+        kval::words::store_pair(uvalue.words, static_cast<std::uint64_t>(value));
+    } else {
+        FillOnesWide();
+    }
 }
 
 inline KVAL_SINTEGER::KVAL_SINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width,
                                     unsigned state) noexcept
     : KVAL_UINTEGER(value, mask, bit_width, state) {}
 
+inline KVAL_SINTEGER::KVAL_SINTEGER(unsigned bit_width, std::size_t words, unsigned state)
+    : KVAL_UINTEGER(bit_width, words, state) {}
+
 inline KVAL_SINTEGER& KVAL_SINTEGER::operator=(const KVAL_UINTEGER& other) {
+    using kval::detail::Internals;
     if (this == &other) return *this;
+    // Deliberate: not trimmed, so that bits of a wider source stay above the width.
+    if (Internals::IsPair(*this)) {
+        Internals::SetPair(*this, Internals::LowPairs(other));
+        CopyFlags(other);
+        DeleteString();
+        return *this;
+    }
     if (!IsCompact()) return AssignUnsignedWide(other);
     if (width != other.width && width == 0) {
         AdoptCopy(other);
         return *this;
     }
-    // Deliberate: not trimmed, so that bits of a wider source stay above the width.
     uvalue.word = other.uint();
     xmask.word = other.LowMask();
     CopyFlags(other);
@@ -243,7 +471,14 @@ inline KVAL_SINTEGER& KVAL_SINTEGER::operator=(const KVAL_SINTEGER& other) {
     using kval::detail::Internals;
     using kval::detail::SignedInternals;
     if (this == &other) return *this;
-    if (!IsCompact()) return AssignSignedWide(other);
+    if (Internals::IsPair(*this) && width == other.width) {
+        Internals::SetPair(
+            *this, SignedInternals::SettledPair(Internals::PairOf(other), SignedInternals::Negative(other), width));
+        CopyFlags(other);
+        DeleteString();
+        return *this;
+    }
+    if (!IsCompact()) return SignedInternals::AssignLarge(*this, other);
     if (width != other.width && width == 0) {
         AdoptCopy(other);
         return *this;
@@ -271,8 +506,13 @@ inline KVAL_SINTEGER& KVAL_SINTEGER::operator=(KVAL_SINTEGER&& other) noexcept {
         KVAL_UINTEGER::operator=(static_cast<KVAL_UINTEGER&&>(other));
         return *this;
     }
-    if (width == other.width && !IsCompact()) return ExchangeWide(other);
-    return *this = static_cast<const KVAL_SINTEGER&>(other);
+    if (width != other.width || IsCompact() || this == &other) return *this = static_cast<const KVAL_SINTEGER&>(other);
+    // What copy assignment gives, on exchanged arrays.
+    kval::detail::Internals::Swap(*this, other);
+    kval::detail::SignedInternals::Settle(*this);
+    DeleteString();
+    other.DeleteString();
+    return *this;
 }
 
 inline void swap(KVAL_SINTEGER& a, KVAL_SINTEGER& b) noexcept { kval::detail::Internals::Swap(a, b); }
@@ -297,6 +537,11 @@ inline KVAL_SINTEGER& KVAL_SINTEGER::bitwidth(unsigned new_width) {
 // ---- negation and readings ----
 
 inline KVAL_SINTEGER& KVAL_SINTEGER::complement_me() noexcept {
+    using kval::detail::Internals;
+    if (Internals::IsPair(*this)) {
+        Internals::ChangedPairValue(*this, 0 - Internals::LowPair(*this));
+        return *this;
+    }
     if (!IsCompact()) return ComplementWide();
     uvalue.word = 0U - uvalue.word;
     Changed();
@@ -332,84 +577,118 @@ inline unsigned KVAL_SINTEGER::maximum_positive() const noexcept {
 
 // ---- addition and subtraction ----
 
+namespace kval {
+namespace detail {
+
+template <typename Unit>
+__attribute__((always_inline)) inline Register SignedInternals::Sum(const KVAL_SINTEGER& a,
+                                                                    const KVAL_SINTEGER& b) noexcept {
+    const unsigned width = CommonWidth(a, b);
+    Register sum = UnsignedSum<Unit>(Extended(a, width), Extended(b, width));
+    const bool a_negative = Negative(a);
+    const bool negative = sum.Negative();
+    if (SignIsRight(a_negative, Negative(b), negative)) return sum;
+    if (a_negative == Negative(b)) {
+        sum.Widen(!negative);
+    } else if (Magnitude(a_negative ? b : a) >= Magnitude(a_negative ? a : b)) {
+        sum.SetTop(false);  // a bit was carried out
+    }
+    return sum;
+}
+
+template <typename Unit>
+__attribute__((always_inline)) inline Register SignedInternals::Sum(const KVAL_SINTEGER& a,
+                                                                    const KVAL_UINTEGER& b) noexcept {
+    const unsigned width = CommonWidth(a, b);
+    Register sum = UnsignedSum<Unit>(Extended(a, width), Extended(b, width));
+    if (Negative(a)) {
+        // b minus the magnitude of a, which wraps at the common width.
+        sum.width = width;
+        sum = sum.Trimmed();
+    }
+    sum = Assigned(sum, width + 1);
+    if (!Negative(a) && sum.Negative()) {
+        // Deliberate: a sign is cleared where no operand has one, but a width of whole words keeps it and grows by a
+        // zero bit.
+        sum.width += static_cast<unsigned>(sum.width % 32U == 0);
+        sum.SetTop(false);
+    }
+    return sum;
+}
+
+template <typename Unit>
+__attribute__((always_inline)) inline Register SignedInternals::Difference(const KVAL_SINTEGER& a,
+                                                                           const KVAL_SINTEGER& b) noexcept {
+    const unsigned width = CommonWidth(a, b);
+    Register difference = UnsignedDifference(Extended(a, width), Extended(b, width));
+    if (sizeof(Unit) > sizeof(Word)) difference = Assigned(difference, width);
+    const bool a_negative = Negative(a);
+    if (a_negative != Negative(b) && difference.Negative() != a_negative) {
+        // Overflow: the sign moves into one bit more, which set_bit() stores only where it is a 1.
+        difference.width = width + 1;
+        if (a_negative) difference.SetTop(true);
+    }
+    return difference;
+}
+
+template <typename Unit>
+__attribute__((always_inline)) inline Register SignedInternals::Difference(const KVAL_SINTEGER& a,
+                                                                           const KVAL_UINTEGER& b) noexcept {
+    const unsigned width = CommonWidth(a, b);
+    return UnsignedDifference(Extended(a, width), Extended(b, width));
+}
+
+template <typename Unit>
+__attribute__((always_inline)) inline Register SignedInternals::Difference(const KVAL_UINTEGER& a,
+                                                                           const KVAL_SINTEGER& b) noexcept {
+    const unsigned width = CommonWidth(a, b);
+    const Register x = Extended(a, width);
+    const Register y = Extended(b, width);
+    // Either way the width comes from one operand: deliberate, and bits beyond it are lost.
+    const bool less = Internals::LowPair(a) < Internals::LowPair(b);
+    unsigned result_width = less ? b.bitwidth() : a.bitwidth();
+    Register result = UnsignedDifference(x, y);
+    if (Negative(b)) {
+        result_width = a.bitwidth() + 1;
+        result = UnsignedSum<Unit>(x, y.Negated());
+    }
+    if (result.width <= 64) result = Assigned(result, result_width);
+    return result;
+}
+
+}  // namespace detail
+}  // namespace kval
+
 inline KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
     using kval::detail::SignedInternals;
-    using kval::detail::SumRepair;
-    if (SignedInternals::Wide(a, b)) return SignedInternals::AddWide(a, b);
-    const unsigned width = SignedInternals::CommonWidth(a, b);
-    const kval::detail::Register sum =
-        SignedInternals::Sum(SignedInternals::Extended(a, width), SignedInternals::Extended(b, width));
-    const bool a_negative = SignedInternals::Negative(a);
-    const bool b_negative = SignedInternals::Negative(b);
-    const bool less = SignedInternals::Magnitude(a_negative ? b : a) < SignedInternals::Magnitude(a_negative ? a : b);
-    switch (SignedInternals::Repair(a_negative, b_negative, sum.Negative(), less)) {
-        case SumRepair::kClearTop:
-            return SignedInternals::Result(sum.WithTop(false));
-        case SumRepair::kWiden:
-            return SignedInternals::Result(sum.Widened(!sum.Negative()));
-        default:
-            return SignedInternals::Result(sum);
-    }
+    if (SignedInternals::Wide(a, b)) return SignedInternals::AddLarge(a, b);
+    return SignedInternals::Result(SignedInternals::Sum<std::uint32_t>(a, b));
 }
 
 inline KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
-    using kval::detail::Register;
     using kval::detail::SignedInternals;
-    if (SignedInternals::Wide(a, b)) return SignedInternals::AddWide(a, b);
-    const unsigned width = SignedInternals::CommonWidth(a, b);
-    const Register x = SignedInternals::Extended(a, width);
-    const Register y = SignedInternals::Extended(b, width);
-    if (SignedInternals::Negative(a)) {
-        return SignedInternals::Result(
-            SignedInternals::Assigned(SignedInternals::Difference(y, x.Negated()), width + 1));
-    }
-    const Register sum = SignedInternals::Assigned(SignedInternals::Sum(x, y), width + 1);
-    if (!sum.Negative()) return SignedInternals::Result(sum);
-    // Deliberate: a sign is cleared where no operand has one, but a width of whole words keeps it and grows by a zero
-    // bit.
-    return SignedInternals::Result(sum.width % 32U == 0 ? sum.Widened(false) : sum.WithTop(false));
+    if (SignedInternals::Wide(a, b)) return SignedInternals::AddLarge(a, b);
+    return SignedInternals::Result(SignedInternals::Sum<std::uint32_t>(a, b));
 }
 
 inline KVAL_SINTEGER operator+(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { return b + a; }
 
 inline KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
-    using kval::detail::Register;
     using kval::detail::SignedInternals;
-    if (SignedInternals::Wide(a, b)) return SignedInternals::SubWide(a, b);
-    const unsigned width = SignedInternals::CommonWidth(a, b);
-    Register difference =
-        SignedInternals::Difference(SignedInternals::Extended(a, width), SignedInternals::Extended(b, width));
-    const bool a_negative = SignedInternals::Negative(a);
-    if (a_negative != SignedInternals::Negative(b) && difference.Negative() != a_negative) {
-        // Overflow: the sign moves into one bit more, which set_bit() stores only where it is a 1.
-        difference.width = width + 1;
-        if (a_negative) difference = difference.WithTop(true);
-    }
-    return SignedInternals::Result(difference);
+    if (SignedInternals::Wide(a, b)) return SignedInternals::SubLarge(a, b);
+    return SignedInternals::Result(SignedInternals::Difference<std::uint32_t>(a, b));
 }
 
 inline KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
     using kval::detail::SignedInternals;
-    if (SignedInternals::Wide(a, b)) return SignedInternals::SubWide(a, b);
-    const unsigned width = SignedInternals::CommonWidth(a, b);
-    return SignedInternals::Result(
-        SignedInternals::Difference(SignedInternals::Extended(a, width), SignedInternals::Extended(b, width)));
+    if (SignedInternals::Wide(a, b)) return SignedInternals::SubLarge(a, b);
+    return SignedInternals::Result(SignedInternals::Difference<std::uint32_t>(a, b));
 }
 
 inline KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
-    using kval::detail::Register;
     using kval::detail::SignedInternals;
-    if (SignedInternals::Wide(a, b)) return SignedInternals::SubWide(a, b);
-    const unsigned width = SignedInternals::CommonWidth(a, b);
-    const Register x = SignedInternals::Extended(a, width);
-    const Register y = SignedInternals::Extended(b, width);
-    // Either way the width comes from one operand: deliberate, and bits beyond it are lost.
-    if (SignedInternals::Negative(b)) {
-        return SignedInternals::Result(
-            SignedInternals::Assigned(SignedInternals::Sum(x, y.Negated()), a.bitwidth() + 1));
-    }
-    const unsigned result_width = a.uint() >= b.uint() ? a.bitwidth() : b.bitwidth();
-    return SignedInternals::Result(SignedInternals::Assigned(SignedInternals::Difference(x, y), result_width));
+    if (SignedInternals::Wide(a, b)) return SignedInternals::SubLarge(a, b);
+    return SignedInternals::Result(SignedInternals::Difference<std::uint32_t>(a, b));
 }
 
 // ---- multiplication and shifts ----
@@ -417,17 +696,15 @@ inline KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
 inline KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
     using kval::detail::SignedInternals;
     const unsigned width = a.bitwidth() + b.bitwidth();
-    if (SignedInternals::Wide(a, b) || width > 32) return SignedInternals::MulWide(a, b);
-    return SignedInternals::Product(width, SignedInternals::Magnitude(a), SignedInternals::Magnitude(b),
-                                    a.is_x() || b.is_x(), SignedInternals::Negative(a) != SignedInternals::Negative(b));
+    if (SignedInternals::Wide(a, b) || width > 32) return SignedInternals::MulLarge(a, b);
+    return SignedInternals::Product(a, b);
 }
 
 inline KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
     using kval::detail::SignedInternals;
     const unsigned width = a.bitwidth() + b.bitwidth();
-    if (SignedInternals::Wide(a, b) || width > 32) return SignedInternals::MulWide(a, b);
-    return SignedInternals::Product(width, SignedInternals::Magnitude(a), b.uint(), a.is_x() || b.is_x(),
-                                    SignedInternals::Negative(a));
+    if (SignedInternals::Wide(a, b) || width > 32) return SignedInternals::MulLarge(a, b);
+    return SignedInternals::Product(a, b);
 }
 
 inline KVAL_SINTEGER operator*(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { return b * a; }
@@ -437,7 +714,7 @@ inline KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count) {
     const int rest = static_cast<int>(a.bitwidth() - count);
     if (rest <= 0 && SignedInternals::Negative(a)) return SignedInternals::Result(1, {1, 0}, 0);
     // No bit needs to be filled in: the sign comes down to the new top bit.
-    if (!a.IsCompact() && count < a.bitwidth()) return KVAL_SINTEGER(SignedInternals::Unsigned(a) >> count);
+    if (!a.IsCompact() && count < a.bitwidth()) return SignedInternals::ShrLarge(a, count);
     const unsigned width = rest < 1 ? 1 : static_cast<unsigned>(rest);
     if (!a.IsCompact() || width > 32) return SignedInternals::ShrWide(a, count, width);
     // Deliberate: not trimmed, which shows for counts of 32 and more, and neither X bits nor flags come along.
@@ -445,20 +722,22 @@ inline KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count) {
 }
 
 inline KVAL_SINTEGER& KVAL_SINTEGER::operator>>=(unsigned count) noexcept {
+    using kval::detail::Internals;
     using kval::detail::SignedInternals;
-    if (!IsCompact()) return ShrAssignSignedWide(count);
-    const bool negative = SignedInternals::Negative(*this);
-    // Compared as signed numbers: counts of 2^31 and above shift by their value modulo 32.
-    if (negative && static_cast<int>(count) >= static_cast<int>(width)) {
-        uvalue.word = 0xFFFFFFFFU;
-        Changed();
+    if (!SignedInternals::Negative(*this)) {
+        KVAL_UINTEGER::operator>>=(count);
         return *this;
     }
-    KVAL_UINTEGER::operator>>=(count);
-    if (negative) {
-        uvalue.word |= kval::detail::OnesFrom(SignedInternals::FillStart(get_top(), count));
-        EnforceWidth();
+    if (Internals::IsPair(*this)) return SignedInternals::ShrAssignPair(*this, count);
+    if (!IsCompact()) return ShrAssignNegativeWide(count);
+    if (SignedInternals::ShiftedOut(width, count)) {
+        uvalue.word = 0xFFFFFFFFU;
+    } else {
+        uvalue.word =
+            uvalue.word >> (count & 31U) | kval::detail::OnesFrom(SignedInternals::FillStart(get_top(), count));
+        xmask.word >>= count & 31U;
     }
+    Changed();
     return *this;
 }
 
@@ -613,12 +892,14 @@ inline KVAL_SINTEGER posr_mod(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { 
 // ---- comparison: signs first, then the base ----
 
 inline bool operator==(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+    using kval::detail::Internals;
     using kval::detail::SignedInternals;
     const bool negative = SignedInternals::Negative(a);
     if (negative != SignedInternals::Negative(b)) return false;
     if (!negative) return SignedInternals::Unsigned(a) == SignedInternals::Unsigned(b);
-    if (SignedInternals::Wide(a, b)) return SignedInternals::EqualNegativeWide(a, b);
-    return a.SignExtendedChunk(0) == b.SignExtendedChunk(0);
+    // Value bits only, sign-extended: x-masks and flags play no part, and neither do bits above the width.
+    if (!Internals::UpToPairs(a, b)) return SignedInternals::EqualNegativeLarge(a, b);
+    return SignedInternals::Filled(a) == SignedInternals::Filled(b);
 }
 
 inline bool operator==(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept {
@@ -632,10 +913,10 @@ inline bool operator<(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     using kval::detail::SignedInternals;
     const bool negative = SignedInternals::Negative(a);
     if (negative != SignedInternals::Negative(b)) return negative;
-    if (!negative) return SignedInternals::Unsigned(a) < SignedInternals::Unsigned(b);
-    if (SignedInternals::Wide(a, b)) return SignedInternals::LessNegativeWide(a, b);
-    // At one width, negative patterns order as unsigned numbers do.
+    // At one width, negative patterns order as unsigned numbers do; bits above the width count.
     const unsigned width = SignedInternals::CommonWidth(a, b);
+    if (!negative || a.bitwidth() == b.bitwidth()) return SignedInternals::Unsigned(a) < SignedInternals::Unsigned(b);
+    if (!kval::detail::Internals::UpToPairs(a, b)) return SignedInternals::LessNegativeWide(a, b);
     return SignedInternals::Extended(a, width).value < SignedInternals::Extended(b, width).value;
 }
 

@@ -7,15 +7,15 @@
 namespace kval::words {
 namespace {
 
-// From a few words up the wider steps repay their start.
-bool pays_avx2(std::size_t size) {
+// From so many words up the wider steps repay their start.
+constexpr std::size_t kWide = 8;
+
 #ifdef KVAL_BASELINE
-    static_cast<void>(size);
-    return false;
+constexpr bool kHasAvx2 = false;
 #else
-    return size >= 8 && __builtin_cpu_supports("avx2");
+// What uses the kernels before this is initialised finds it false, and takes the plain steps.
+const bool kHasAvx2 = __builtin_cpu_supports("avx2") != 0;
 #endif
-}
 
 __m128i each(int byte) { return _mm_set1_epi8(static_cast<char>(byte)); }
 
@@ -103,7 +103,7 @@ BinaryDigits read_binary_digits(const char* text) {
 }  // namespace
 
 void write_hexadecimal_words(char* text, const Word* value, const Word* unknown, std::size_t size) {
-    if (pays_avx2(size)) {
+    if (kHasAvx2 && size >= kWide) {
         const std::size_t done = avx2::write_hexadecimal_words(text, value, unknown, size);
         text += 8 * done;
         size -= done;
@@ -116,7 +116,7 @@ void write_hexadecimal_words(char* text, const Word* value, const Word* unknown,
 }
 
 void write_binary_words(char* text, const Word* value, const Word* unknown, std::size_t size) {
-    if (pays_avx2(size)) {
+    if (kHasAvx2 && size >= kWide) {
         avx2::write_binary_words(text, value, unknown, size);
         return;
     }
@@ -129,7 +129,7 @@ void write_binary_words(char* text, const Word* value, const Word* unknown, std:
 }
 
 void read_hexadecimal_words(Word* value, Word* unknown, const char* text, std::size_t size) {
-    if (pays_avx2(size)) {
+    if (kHasAvx2 && size >= kWide) {
         const std::size_t done = avx2::read_hexadecimal_words(value, unknown, text, size);
         text += 8 * done;
         size -= done;
@@ -150,7 +150,7 @@ void read_hexadecimal_words(Word* value, Word* unknown, const char* text, std::s
 }
 
 bool read_binary_words(Word* value, Word* unknown, const char* text, std::size_t size) {
-    if (pays_avx2(size)) return avx2::read_binary_words(value, unknown, text, size);
+    if (kHasAvx2 && size >= kWide) return avx2::read_binary_words(value, unknown, text, size);
     bool some_known = false;
     for (std::size_t i = size; i-- > 0; text += 32) {
         some_known |= set_given(value[i], unknown[i], read_binary_digits(text));
