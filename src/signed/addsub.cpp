@@ -10,8 +10,8 @@
 namespace kval::detail {
 namespace {
 
-// Whether `above`, which is not negative, has a smaller magnitude than `below`, which is: whether it is not greater than
-// the inverted bits of `below`, which are one less than its magnitude.
+// Whether `above`, which is not negative, has a smaller magnitude than `below`, which is: whether it is not greater
+// than the inverted bits of `below`, which are one less than its magnitude.
 bool less_magnitude(const KVAL_SINTEGER& above, const KVAL_SINTEGER& below) {
     const Internals::View a = Internals::Words(above);
     const Internals::View b = Internals::Words(below);

@@ -11,8 +11,8 @@ namespace kval::detail {
 
 using words::Word;
 
-/// An operand as it is read at a common width: a negative one is extended by ones, any other by zeros. One that has this
-/// width already is read as it is, bits above the width included.
+/// An operand as it is read at a common width: a negative one is extended by ones, any other by zeros. One that has
+/// this width already is read as it is, bits above the width included.
 struct Operand {
     Operand(const KVAL_SINTEGER& v) : number(v), negative(SignedInternals::Negative(v)) {}
     Operand(const KVAL_UINTEGER& v) : number(v), negative(false) {}

@@ -1,4 +1,5 @@
-// The arrays of wide values, each from array new and back to array delete, and the stock that each thread keeps of them.
+// The arrays of wide values, each from array new and back to array delete, and the stock that each thread keeps of
+// them.
 #include <pthread.h>
 
 #include <array>
@@ -87,8 +88,8 @@ struct FullStock : Stock {
 };
 
 consteval std::size_t bytes_of(std::size_t pairs, std::size_t words) {
-    constexpr std::size_t kHeapOverhead = 16;
-    return pairs * 2 * (words * sizeof(std::uint32_t) + kHeapOverhead);
+    constexpr std::size_t heap_overhead = 16;
+    return pairs * 2 * (words * sizeof(std::uint32_t) + heap_overhead);
 }
 
 consteval std::size_t most_bytes() {

@@ -100,8 +100,8 @@ TEST_F(Randomize, TakesOneNumberAWordWord0First) {
     }
 }
 
-/// Draws `ahead` numbers from a state of `bytes` at an address out of alignment by `offset`, then one for each word of a
-/// value, by randomize() or number by number, and then some more. Returns all but the first ones.
+/// Draws `ahead` numbers from a state of `bytes` at an address out of alignment by `offset`, then one for each word of
+/// a value, by randomize() or number by number, and then some more. Returns all but the first ones.
 std::vector<unsigned> drawn_words(unsigned long bytes, std::size_t offset, int ahead, int words, bool by_randomize) {
     char state[512 + 8];
     void* const former = kval_initstate(7, state + offset, bytes);

@@ -128,7 +128,8 @@ struct Internals {
             *mask &= used;
         }
     }
-    /// Whether a sum grows by a bit, of whose `width` bits without the carry `sum` has the words, and room for one more.
+    /// Whether a sum grows by a bit, of whose `width` bits without the carry `sum` has the words, and room for one
+    /// more.
     static bool SumGrows(KVAL_UINTEGER& sum, unsigned width, bool carry) noexcept {
         const std::size_t size = (std::size_t{width} + 31) / 32;
         const unsigned top = width % 32;
@@ -300,8 +301,8 @@ struct Internals {
         if (IsPair(v) && !other.IsCompact()) return ChangedPair(v, rule(PairOf(v), PairOf(other)));
         return CombineLarge(v, other, rule);
     }
-    /// The result starts as the wider operand, x-mask included, and keeps them but for the value bits; with an X flag on
-    /// either side it becomes all X.
+    /// The result starts as the wider operand, x-mask included, and keeps them but for the value bits; with an X flag
+    /// on either side it becomes all X.
     static KVAL_UINTEGER XorPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         const KVAL_UINTEGER& wider = Wider(l, r);
         const unsigned flags = Flags(wider);
@@ -372,8 +373,8 @@ struct Internals {
         Exchange(a.capacity, b.capacity);
     }
 
-    // Operators on what is neither compact nor a pair. Not inline, but compiled into the program, where a call costs less
-    // than one into the library: short values are done here. (Each result is made in a function of its own, which
+    // Operators on what is neither compact nor a pair. Not inline, but compiled into the program, where a call costs
+    // less than one into the library: short values are done here. (Each result is made in a function of its own, which
     // returns nothing else: only so do all compilers make it in its place.)
 
     __attribute__((noinline)) static KVAL_UINTEGER& AssignLarge(KVAL_UINTEGER& v, const KVAL_UINTEGER& other) noexcept {
@@ -455,7 +456,7 @@ struct Internals {
         return UpToPairs(l, r) && !l.is_x() && !r.is_x() ? MulPairs(l, r) : MulWide(l, r);
     }
     __attribute__((noinline)) static KVAL_UINTEGER ShrLarge(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
-        return IsShort(v) && count < v.width ? ShrShort(v, count, width) : ShrWide(v, count, width);
+        return IsShort(v) ? ShrShort(v, count, width) : ShrWide(v, count, width);
     }
 
     template <typename Rule>

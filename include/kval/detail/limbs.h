@@ -1,5 +1,5 @@
-// Arrays of words, least significant word first, and the loops over them that are short enough to be inline: in limbs of
-// two words, and an odd word at the end.
+// Arrays of words, least significant word first, and the loops over them that are short enough to be inline: in limbs
+// of two words, and an odd word at the end.
 #ifndef KVAL_DETAIL_LIMBS_H
 #define KVAL_DETAIL_LIMBS_H
 
@@ -105,8 +105,8 @@ bool chain_limbs(Word* out, const Word* a, const Word* b, std::size_t size, bool
     return carry;
 }
 
-/// Limb `limb` of `size` words: the odd word at the end is the low half of one, and beyond it, or before the first, there
-/// are zeros.
+/// Limb `limb` of `size` words: the odd word at the end is the low half of one, and beyond it, or before the first,
+/// there are zeros.
 inline DoubleWord limb_at(const Word* words, std::size_t size, std::size_t limb) noexcept {
     if (limb < size / 2) return load_pair(words + 2 * limb);
     return limb == size / 2 && size % 2 != 0 ? words[size - 1] : 0;

@@ -23,14 +23,14 @@ inline std::int64_t kval_random() noexcept {
     kval::detail::GeneratorRun& run = kval::detail::generator_run;
     char* const front = static_cast<char*>(run.front);
     if (front == run.stop) return kval::detail::DrawAtRunEnd();
-    constexpr std::ptrdiff_t kBytes = sizeof(std::uint64_t);
+    constexpr std::ptrdiff_t word_bytes = sizeof(std::uint64_t);
     std::uint64_t sum;
     std::uint64_t rear;
     __builtin_memcpy(&sum, front, sizeof sum);
-    __builtin_memcpy(&rear, front + run.distance * kBytes, sizeof rear);
+    __builtin_memcpy(&rear, front + run.distance * word_bytes, sizeof rear);
     sum += rear;
     __builtin_memcpy(front, &sum, sizeof sum);
-    run.front = front + kBytes;
+    run.front = front + word_bytes;
     return static_cast<std::int64_t>(sum >> 1);
 }
 

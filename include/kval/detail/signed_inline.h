@@ -1,5 +1,5 @@
-// The inline bodies of the signed value: everything with a compact result, and what is short with up to 64 bits; the rest
-// is one call of a ...Large or ...Wide function.
+// The inline bodies of the signed value: everything with a compact result, and what is short with up to 64 bits; the
+// rest is one call of a ...Large or ...Wide function.
 #ifndef KVAL_DETAIL_SIGNED_INLINE_H
 #define KVAL_DETAIL_SIGNED_INLINE_H
 
@@ -151,8 +151,8 @@ struct SignedInternals {
         if (negative && width != 64) bits.mask &= 0xFFFFFFFFU;
         return Internals::PairTrimmed(bits, width);
     }
-    /// What assignment from a value of the same width makes of the words that a wide target has got from it. Deliberate:
-    /// unknown bits in the top word of a negative value are dropped, unless it is full.
+    /// What assignment from a value of the same width makes of the words that a wide target has got from it.
+    /// Deliberate: unknown bits in the top word of a negative value are dropped, unless it is full.
     static void Settle(KVAL_SINTEGER& v) noexcept {
         const std::size_t top = Internals::Size(v) - 1;
         Word* const mask = v.xmask.words + top;
@@ -228,8 +228,8 @@ struct SignedInternals {
 
     // ---- in place ----
 
-    /// Whether nothing of a negative value is left after a shift in place. Deliberate: compared as signed numbers, so that
-    /// counts of 2^31 and above do not count.
+    /// Whether nothing of a negative value is left after a shift in place. Deliberate: compared as signed numbers, so
+    /// that counts of 2^31 and above do not count.
     static bool ShiftedOut(unsigned width, unsigned count) noexcept {
         return static_cast<int>(count) >= static_cast<int>(width);
     }
@@ -284,8 +284,8 @@ struct SignedInternals {
         return Result(width, {StoredBits(quotient, width), 0}, 0);
     }
 
-    // ---- what is not compact: not inline, but compiled into the program, where up to 64 bits and short values of equal
-    //      widths are done; the rest is in the library ----
+    // ---- what is not compact: not inline, but compiled into the program, where up to 64 bits and short values of
+    //      equal widths are done; the rest is in the library ----
 
     /// Whether both are wide, of one width, and not longer than a short value.
     static bool Short(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {

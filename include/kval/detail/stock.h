@@ -12,12 +12,12 @@ struct Planes {
     std::uint32_t* mask;
 };
 
-/// Pairs of arrays of one length: a queue in a ring. `taken` and `given` count, modulo 2^32, the pairs that were taken out
-/// of it and put into it; it holds `room` of them at most.
+/// Pairs of arrays of one length: a queue in a ring. `taken` and `given` count, modulo 2^32, the pairs that were taken
+/// out of it and put into it; it holds `room` of them at most.
 ///
 /// Last in, first out would need one counter, but every value would wait for what the one before it has just put back.
-/// For the same reason the two addresses of a pair do not stand side by side: compilers would copy both at once out of a
-/// value whose fields have just been written one by one, which processors are slow at.
+/// For the same reason the two addresses of a pair do not stand side by side: compilers would copy both at once out of
+/// a value whose fields have just been written one by one, which processors are slow at.
 struct Shelf {
     enum : std::uint32_t { kSlots = 16 };
 
@@ -42,14 +42,15 @@ struct Shelf {
     }
 };
 
-/// A shelf for every length, in words, up to that of a sum of 1024 bits and a little more; what is longer is kept elsewhere.
-/// All zero, it is a stock without room, always empty and always full.
+/// A shelf for every length, in words, up to that of a sum of 1024 bits and a little more; what is longer is kept
+/// elsewhere. All zero, it is a stock without room, always empty and always full.
 struct Stock {
     enum : std::size_t { kLongest = 36 };
     Shelf shelves[kLongest + 1];
 };
 
-/// This thread's stock. While it has none, and after its end, this is one without room, which is never written to. Of the initial-exec model: one pointer of the few bytes that a library loaded later may have.
+/// This thread's stock. While it has none, and after its end, this is one without room, which is never written to. Of
+/// the initial-exec model: one pointer of the few bytes that a library loaded later may have.
 extern KVAL_API __thread Stock* stock __attribute__((tls_model("initial-exec")));
 
 /// What the stock does not have: two new arrays. Throws std::bad_alloc, and leaves nothing behind.
