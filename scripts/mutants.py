@@ -9,7 +9,7 @@ import dataclasses
 import re
 
 # Named where the language wants a constant: the bound of an array.
-COMPILE_TIME = {"kTypes", "kFew"}
+COMPILE_TIME = {"kTypes", "kFew", "kRows", "kShort", "kPairs", "kLongestPair"}
 
 SWAPS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==", "&&": "||", "||": "&&", "&": "|",
          "|": "&", "^": "|", "+": "-", "-": "+", "*": "+", "/": "*", "%": "*", "<<": ">>", ">>": "<<", "+=": "-=",
@@ -212,7 +212,7 @@ class Source:
             head = self.tokens[begin].start
             if head >= done:  # what has mutants in it is not constant
                 out += self.code[done:head]
-                out += re.sub(r"\bconstexpr\b", "const" if kind == "value" else "", self.code[head:start])
+                out += re.sub(r"\bconst(?:expr|eval)\b", "const" if kind == "value" else "", self.code[head:start])
             else:
                 out += self.code[done:start]
             out += "{ switch (kval_mutant) {\n" if kind == "body" else "("
@@ -224,7 +224,8 @@ class Source:
                 out += "\n"
             out += f"default: {self.code[start:end]}\n}} }}" if kind == "body" else f"({self.code[start:end]}))"
             done = end
-        return (out + self.code[done:]).replace("constinit ", "")
+        out = (out + self.code[done:]).replace("constinit ", "")
+        return re.sub(r'\bstatic_assert\((?:[^;"]|"[^"]*")*;', "", out)
 
 
 def incremented(number):
