@@ -248,6 +248,8 @@ TEST(UnsignedMinusSigned, ChoosesItsWidthByComparison) {
             {"a negative operand: the unsigned width + 1", U(1, 8), S(-2, 16), "9 bits 00000003"},
             {"a negative operand, truncated: the sign is cleared (required)", U(1, 8), S(-300, 16), "9 bits 0000002D"},
             {"a negative operand, truncated to 0 (required)", U(255, 8), S(-1, 32), "9 bits 00000000"},
+            {"a wide negative operand, nearly the least: the sign is cleared (required)", U(3, 8),
+             signed_words(100, {5, 0, 0, 0xF}), "9 bits 000000FE"},
             {"31 bits - -1 in 32 bits", U(0x7FFFFFFF, 31), S(-1, 8), "32 bits 80000000"},
             {"32 bits - -1 in the wide form", U(~0U, 32), S(-1, 32), "33 bits 00000001 00000000"},
             {"40 bits - -1", from_words(40, {~0U, 0xFF}), S(-1, 8), "41 bits 00000100 00000000"},

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -162,6 +163,8 @@ struct Plan {
         return {karatsuba, toom, plain ? kval::words::plain_row_loops() : kval::words::row_loops()};
     }
 };
+
+void PrintTo(const Plan& plan, std::ostream* out) { *out << plan.name; }
 
 class WordsMultiplyBy : public testing::TestWithParam<Plan> {};
 
