@@ -1,5 +1,5 @@
-// The inline bodies of kval.h: everything with a result of up to 64 bits; what is wider is one call of a ...Wide
-// function.
+// The inline bodies of kval.h: everything with a result of up to 64 bits; what is wider is one call of a ...Large
+// function, which does up to 256 bits here and leaves the rest to a ...Wide function of the library.
 #ifndef KVAL_DETAIL_INLINE_H
 #define KVAL_DETAIL_INLINE_H
 
