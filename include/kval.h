@@ -6,13 +6,17 @@
 #include <cstddef>
 #include <cstdint>
 
+/// The version of this header, as semantic versioning counts; kval_version() is that of the library.
+/// @{
 #define KVAL_VERSION_MAJOR 0
 #define KVAL_VERSION_MINOR 1
 #define KVAL_VERSION_PATCH 0
+/// @}
 
 /// Marks what the shared library exports; everything without it is inline or internal.
 #define KVAL_API __attribute__((visibility("default")))
 
+/// What the headers in kval/ add: text in the spelling of Verilog, streams, vectors of simulators.
 namespace kval {
 namespace detail {
 struct Planes;
@@ -193,9 +197,11 @@ class KVAL_UINTEGER {
     /// Four-state identity: value bits, x-masks and the four flags agree; a missing word counts as 0, the width not at
     /// all.
     bool operator==(const KVAL_UINTEGER& other) const noexcept;
+    /// The opposite.
     bool operator!=(const KVAL_UINTEGER& other) const noexcept { return !(*this == other); }
     /// Whether the value bits read `number` and none of the flags X, Z, WL, WH is set.
     bool operator==(unsigned number) const noexcept;
+    /// The opposite.
     bool operator!=(unsigned number) const noexcept { return !(*this == number); }
 
     // ---- maintenance, for code that stores raw words ----
@@ -293,10 +299,12 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     /// top word's end.
     KVAL_SINTEGER(int value, unsigned bit_width);
     /// The same width, bits, x-mask and flags; a set top bit makes it negative.
+    /// @{
     KVAL_SINTEGER(const KVAL_UINTEGER& other) : KVAL_UINTEGER(other) {}
     KVAL_SINTEGER(KVAL_UINTEGER&& other) noexcept : KVAL_UINTEGER(static_cast<KVAL_UINTEGER&&>(other)) {}
     KVAL_SINTEGER(const KVAL_SINTEGER& other) = default;
     KVAL_SINTEGER(KVAL_SINTEGER&& other) noexcept : KVAL_UINTEGER(static_cast<KVAL_UINTEGER&&>(other)) {}
+    /// @}
     ~KVAL_SINTEGER() = default;
 
     /// Copies bits and x-mask into this value's own width, zero-extended or truncated (not trimmed in the top word),
@@ -308,9 +316,12 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     /// gets the sign is cleared.
     KVAL_SINTEGER& operator=(const KVAL_SINTEGER& other);
     /// As copy assignment; may leave the target's old content in `other`. A moved-from target takes everything instead.
+    /// @{
     KVAL_SINTEGER& operator=(KVAL_UINTEGER&& other) noexcept;
     KVAL_SINTEGER& operator=(KVAL_SINTEGER&& other) noexcept;
+    /// @}
 
+    /// The width in bits.
     unsigned bitwidth() const noexcept { return KVAL_UINTEGER::bitwidth(); }
     /// Resizes to `new_width` bits, sign-extended or truncated; the x-mask is zero-extended, flags stay.
     KVAL_SINTEGER& bitwidth(unsigned new_width);
@@ -363,14 +374,16 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
 };
 
 // ---- free operators; each returns a new value without text, and leaves its operands alone ----
-//
-// Bitwise: the wider operand's width. `&` and `|` follow the four-state rules bit by bit and give no flags, so that
-// their result may hold X bits without flag X; AND of two unknowns is a known 0. `^` is all X when either flag X is
-// set, and has the wider operand's flags (equal widths: the right one's). X marks without flag X do not spread in `^`:
-// compact, the two x-masks are XORed; wide, the wider operand's is kept.
 
+/// Four-state AND or OR, bit by bit, in the wider operand's width; words beyond the shorter operand's last are the
+/// longer one's. No flags, so that the result may hold X bits without flag X; AND of two unknowns is a known 0.
+/// @{
 KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
 KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+/// @}
+/// XOR, in the wider operand's width; words beyond the shorter operand's last are the longer one's. All X when either
+/// flag X is set; the wider operand's flags (equal widths: the right one's). X marks without flag X do not spread:
+/// compact, the two x-masks are XORed; wide, the wider operand's is kept.
 KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
 KVAL_UINTEGER operator~(const KVAL_UINTEGER& v);  ///< Inverts the value bits; width, x-mask and flags kept.
 
@@ -388,15 +401,14 @@ KVAL_UINTEGER operator/(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
 /// The divisor's width; all X for a zero divisor. Operands of up to 32 bits: else throws a char*.
 KVAL_UINTEGER operator%(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
 
-// Shifts: value bits and x-mask together, zeros in, flags kept.
-
-/// Wider by `count` bits, so that nothing is lost.
+/// Value bits and x-mask shifted left together, zeros in, flags kept. Wider by `count` bits, so that nothing is lost.
 KVAL_UINTEGER operator<<(const KVAL_UINTEGER& v, unsigned count);
-/// Narrower by `count` bits, at least 1 bit. Compact: shifts by `count` modulo 32.
+/// Value bits and x-mask shifted right together, flags kept. Narrower by `count` bits, at least 1 bit. Compact: shifts
+/// by `count` modulo 32.
 KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count);
 
-// Order: value bits as unsigned numbers of any width; X bits and flags play no part.
-
+/// Order: value bits as unsigned numbers of any width; X bits and flags play no part.
+/// @{
 bool operator>(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
 bool operator>=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
 bool operator<(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
@@ -409,11 +421,13 @@ bool operator>(unsigned number, const KVAL_UINTEGER& v) noexcept;
 bool operator>=(unsigned number, const KVAL_UINTEGER& v) noexcept;
 bool operator<(unsigned number, const KVAL_UINTEGER& v) noexcept;
 bool operator<=(unsigned number, const KVAL_UINTEGER& v) noexcept;
+/// @}
 
-// Identity with the number on the left: as the members with the number on the right.
-
+/// Identity with the number on the left: as the members with the number on the right.
+/// @{
 bool operator==(unsigned number, const KVAL_UINTEGER& v) noexcept;
 bool operator!=(unsigned number, const KVAL_UINTEGER& v) noexcept;
+/// @}
 
 /// Exchanges everything: width, bits, x-mask, flags and cached text.
 void swap(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept;
@@ -443,9 +457,11 @@ KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 
 /// The full product of the magnitudes, as wide as both operands together, negated when the signs differ; all X when
 /// either flag X is set, else no flags.
+/// @{
 KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
 KVAL_SINTEGER operator*(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
+/// @}
 
 /// Narrower by `count` bits (the difference read as signed), at least 1 bit: floor(a / 2^count) for counts below the
 /// width. From the width on, a negative value gives a 1-bit -1 without X bits and flags, and a compact one that is not
@@ -453,30 +469,32 @@ KVAL_SINTEGER operator*(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 /// otherwise keep them.
 KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count);
 
-// Division, for operands of up to 32 bits: else throws a const char*, unless the divisor's low word is 0. Results are
-// as wide as the dividend (quotients) or the divisor (remainders). A zero divisor, and a result out of range, give all
-// X; the range is tested before the sign and with the divisor's bits, so that some results that would fit are X too,
-// and a remainder is X whenever its quotient is. posr_div and posr_mod of a negative dividend by an unsigned divisor
-// that leaves a remainder work on the low words and do not throw. X bits and flags of the operands play no part.
-
-KVAL_SINTEGER operator/(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);  ///< Truncates toward zero.
+/// Division: `/` truncates toward zero, `%` has the sign of the dividend, and posr_div and posr_mod are Euclidean: a =
+/// b * posr_div(a, b) + posr_mod(a, b) with a remainder from 0 to |b| - 1. For operands of up to 32 bits: else throws a
+/// const char*, unless the divisor's low word is 0. Results are as wide as the dividend (quotients) or the divisor
+/// (remainders). A zero divisor, and a result out of range, give all X; the range is tested before the sign and with
+/// the divisor's bits, so that some results that would fit are X too, and a remainder is X whenever its quotient is.
+/// posr_div and posr_mod of a negative dividend by an unsigned divisor that leaves a remainder work on the low words
+/// and do not throw. X bits and flags of the operands play no part.
+/// @{
+KVAL_SINTEGER operator/(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER operator/(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER operator/(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
-KVAL_SINTEGER operator%(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);  ///< The sign of the dividend.
-KVAL_SINTEGER operator%(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);  ///< Never negative.
+KVAL_SINTEGER operator%(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
+KVAL_SINTEGER operator%(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER operator%(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
-/// Euclidean division: a = b * posr_div(a, b) + posr_mod(a, b) with a remainder from 0 to |b| - 1.
 KVAL_SINTEGER posr_div(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER posr_div(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER posr_div(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
 KVAL_SINTEGER posr_mod(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER posr_mod(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
 KVAL_SINTEGER posr_mod(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
+/// @}
 
-// Order as numbers. A negative value is less than every unsigned one and equal to none. Where nothing is negative, ==
-// is the identity of the base, X bits and flags included; two negative values are == when their value bits are,
-// sign-extended.
-
+/// Order as numbers. A negative value is less than every unsigned one and equal to none. Where nothing is negative, ==
+/// is the identity of the base, X bits and flags included; two negative values are == when their value bits are,
+/// sign-extended.
+/// @{
 bool operator==(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
 bool operator==(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
 bool operator==(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
@@ -492,12 +510,14 @@ bool operator>(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
 bool operator>=(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
 bool operator>=(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
 bool operator>=(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+/// @}
 
-// The base's !=, in every language mode: C++20 would make it the opposite of the signed ==.
-
+/// The base's !=, in every language mode: C++20 would make it the opposite of the signed ==.
+/// @{
 bool operator!=(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
 bool operator!=(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept;
 bool operator!=(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept;
+/// @}
 
 /// Exchanges everything; a signed and an unsigned value do not swap.
 void swap(KVAL_SINTEGER& a, KVAL_SINTEGER& b) noexcept;
