@@ -233,6 +233,8 @@ class KVAL_UINTEGER {
     KVAL_UINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width, unsigned state) noexcept;
     // A wide result whose words the caller writes next: two arrays of `words` words.
     KVAL_UINTEGER(unsigned bit_width, std::size_t words, unsigned state);
+    // A wide result that owns two written arrays of `words` words.
+    KVAL_UINTEGER(kval::detail::Planes planes, std::size_t words, unsigned bit_width, unsigned state) noexcept;
 
     // The used bits of the top word: -width & 31 of its bits are above the width, none where the width fills it.
     static std::uint32_t TopMask(unsigned bit_width) noexcept { return 0xFFFFFFFFU >> (-bit_width & 31U); }
@@ -247,19 +249,14 @@ class KVAL_UINTEGER {
     void CopyFlags(const KVAL_UINTEGER& other) noexcept;
     void TakeFrom(KVAL_UINTEGER& other) noexcept;
     bool Wrapped(const KVAL_UINTEGER& other, unsigned count) const noexcept;
-    void OwnPlanes(const kval::detail::Planes& planes, std::size_t words) noexcept;
+    void OwnPlanes(kval::detail::Planes planes, std::size_t words) noexcept;
     bool ReadsNumber(unsigned number) const noexcept;
     void AllocateWide(std::size_t words);
-    void CopyLarge(const KVAL_UINTEGER& other);
-    void ShiftedCopyLarge(const KVAL_UINTEGER& other, unsigned count, bool left);
     void ReleaseWide() noexcept;
     const char* KeepText(char* text, std::uint8_t kind) const noexcept;
 
     // Out of line: what is wide, and what is rare.
     KVAL_API void AllocateLong(std::size_t words);
-    KVAL_API void ConstructWide(unsigned value);
-    KVAL_API void CopyWide(const KVAL_UINTEGER& other);
-    KVAL_API void ShiftedCopyWide(const KVAL_UINTEGER& other, unsigned count, bool left);
     KVAL_API KVAL_UINTEGER& AssignWide(const KVAL_UINTEGER& other) noexcept;
     KVAL_API KVAL_UINTEGER& AssignWide(unsigned value) noexcept;
     KVAL_API KVAL_UINTEGER& AdoptCopy(const KVAL_UINTEGER& other);
@@ -364,6 +361,7 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     // As the base's: a compact result as it stands, and a wide one whose words the caller writes next.
     KVAL_SINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width, unsigned state) noexcept;
     KVAL_SINTEGER(unsigned bit_width, std::size_t words, unsigned state);
+    KVAL_SINTEGER(kval::detail::Planes planes, std::size_t words, unsigned bit_width, unsigned state) noexcept;
 
     KVAL_API void FillOnesWide() noexcept;
     KVAL_API KVAL_SINTEGER& AssignUnsignedWide(const KVAL_UINTEGER& other) noexcept;

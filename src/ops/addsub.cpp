@@ -24,32 +24,37 @@ void subtract_compact(Word* out, const Word* l, std::size_t size, Word r) {
 
 }  // namespace
 
-// The end of a sum that may be the widest there is, and grow too wide.
-void Internals::FinishWideSum(KVAL_UINTEGER& sum, unsigned width, bool carry) {
-    if (width == kMaxWidth && SumGrows(sum, width, carry)) throw std::bad_alloc();
-    FinishSum(sum, width, carry);
+// Whether a sum of the widest values that there are grows.
+bool Internals::TooWide(const Planes& sum, unsigned width, bool carry) noexcept {
+    return width == kMaxWidth && SumGrows(sum, width, carry);
 }
 
-KVAL_UINTEGER Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+void Internals::FinishWideSum(KVAL_UINTEGER& sum, unsigned width, bool carry) {
+    if (TooWide(PlanesOf(sum), width, carry)) throw std::bad_alloc();
+    sum.width = FinishedSum(PlanesOf(sum), width, carry);
+}
+
+Planes Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned* width) {
     const KVAL_UINTEGER& wider = Wider(l, r);
     const View w = Words(wider);
     const View n = Words(&wider == &l ? r : l);
-    const unsigned grown = wider.width + 1;
-    KVAL_UINTEGER result(std::min(grown, kMaxWidth), word_count(grown), Flags(wider));
-    Word* value = result.uvalue.words;
-    const bool carry = words::add(value, w.value, n.value, n.size);
-    words::copy(result.xmask.words, w.mask, w.size);
-    FinishWideSum(
-        result, wider.width,
-        n.size == w.size ? carry : words::add_carry(value + n.size, w.value + n.size, w.size - n.size, carry));
-    return result;
+    const Planes sum = TakePlanes(SumSize(wider.width));
+    bool carry = words::add(sum.value, w.value, n.value, n.size);
+    if (n.size < w.size) carry = words::add_carry(sum.value + n.size, w.value + n.size, w.size - n.size, carry);
+    words::copy(sum.mask, w.mask, w.size);
+    if (TooWide(sum, wider.width, carry)) {
+        GivePlanes(sum.value, sum.mask, SumSize(wider.width));
+        throw std::bad_alloc();
+    }
+    *width = FinishedSum(sum, wider.width, carry);
+    return sum;
 }
 
-KVAL_UINTEGER Internals::SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+Planes Internals::SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     const View from = Words(l);
     const View less = Words(r);
-    KVAL_UINTEGER result(l.width, from.size, Flags(l));
-    Word* value = result.uvalue.words;
+    const Planes result = take_planes(l.width);
+    Word* value = result.value;
     if (r.IsCompact()) {
         subtract_compact(value, from.value, from.size, less.value[0]);
     } else {
@@ -57,8 +62,8 @@ KVAL_UINTEGER Internals::SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r)
         const bool borrow = words::subtract(value, from.value, less.value, both);
         if (both < from.size) words::subtract_borrow(value + both, from.value + both, from.size - both, borrow);
     }
-    words::copy(result.xmask.words, from.mask, from.size);
-    result.EnforceWidth();
+    words::copy(result.mask, from.mask, from.size);
+    Trim(result, l.width);
     return result;
 }
 

@@ -22,53 +22,51 @@ KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& oth
 }
 
 template <typename Rule>
-KVAL_UINTEGER Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
+Planes Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
     const View a = Words(l);
     const View b = Words(r);
     const std::size_t both = std::min(a.size, b.size);
-    KVAL_UINTEGER result(Wider(l, r).width, std::max(a.size, b.size), 0);
-    Word* value = result.uvalue.words;
-    Word* mask = result.xmask.words;
-    words::combine(value, mask, a.value, a.mask, b.value, b.mask, both, rule);
+    const Planes result = take_planes(Wider(l, r).width);
+    words::combine(result.value, result.mask, a.value, a.mask, b.value, b.mask, both, rule);
     if (a.size != b.size) {
         const View& longer = a.size > b.size ? a : b;
-        words::copy(value + both, longer.value + both, longer.size - both);
-        words::copy(mask + both, longer.mask + both, longer.size - both);
+        words::copy(result.value + both, longer.value + both, longer.size - both);
+        words::copy(result.mask + both, longer.mask + both, longer.size - both);
     }
     return result;
 }
 
 template KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, FourStateAnd rule);
 template KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, FourStateOr rule);
-template KVAL_UINTEGER Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, FourStateAnd rule);
-template KVAL_UINTEGER Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, FourStateOr rule);
+template Planes Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, FourStateAnd rule);
+template Planes Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, FourStateOr rule);
 
 // The result starts as the wider operand, x-mask and flags included, and keeps them but for the value words that both
 // have.
-KVAL_UINTEGER Internals::XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+Planes Internals::XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     const KVAL_UINTEGER& wider = Wider(l, r);
     const View from = Words(wider);
     const View other = Words(&wider == &l ? r : l);
     const bool all_x = l.is_x() || r.is_x();
     const std::size_t both = all_x ? 0 : std::min(from.size, other.size);
-    KVAL_UINTEGER result(wider.width, from.size, Flags(wider));
-    Word* value = result.uvalue.words;
-    words::map(value, from.value, other.value, both, Xor());
-    words::copy(value + both, from.value + both, from.size - both);
+    const Planes result = take_planes(wider.width);
+    words::map(result.value, from.value, other.value, both, Xor());
+    words::copy(result.value + both, from.value + both, from.size - both);
     if (all_x) {
-        result.force_x();
+        std::fill_n(result.mask, from.size, ~Word{0});
+        Trim(result, wider.width);
     } else {
-        words::copy(result.xmask.words, from.mask, from.size);
+        words::copy(result.mask, from.mask, from.size);
     }
     return result;
 }
 
-KVAL_UINTEGER Internals::NotWide(const KVAL_UINTEGER& v) {
+Planes Internals::NotWide(const KVAL_UINTEGER& v) {
     const View from = Words(v);
-    KVAL_UINTEGER result(v.width, from.size, Flags(v));
-    words::map(result.uvalue.words, from.value, from.value, from.size, Not());
-    words::copy(result.xmask.words, from.mask, from.size);
-    result.EnforceWidth();
+    const Planes result = take_planes(v.width);
+    words::map(result.value, from.value, from.value, from.size, Not());
+    words::copy(result.mask, from.mask, from.size);
+    Trim(result, v.width);
     return result;
 }
 

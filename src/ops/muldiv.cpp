@@ -16,23 +16,21 @@ char remainder_width[] = "KVAL_UINTEGER operator % only supports division betwee
 
 namespace kval::detail {
 
-KVAL_UINTEGER Internals::MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-    const unsigned width = KVAL_UINTEGER::AtLeastOne(l.width + r.width);
-    if (l.is_x() || r.is_x()) {
-        KVAL_UINTEGER all_x(0, width);
-        all_x.force_x();
-        return all_x;
-    }
-    // A wide operand has a compact product only where the sum of the widths wraps.
-    if (KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return TrimmedResult(width, {l.uint() * r.uint(), 0}, 0);
+Planes Internals::MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    const unsigned width = l.width + r.width;
+    const std::size_t size = word_count(width);
+    const bool all_x = l.is_x() || r.is_x();
     const View a = Words(l);
     const View b = Words(r);
-    const std::size_t size = word_count(width);
-    KVAL_UINTEGER result(width, size, 0);
-    Scratch scratch(words::multiply_scratch(size, a.size, b.size));
-    words::multiply(result.uvalue.words, size, a.value, a.size, b.value, b.size, scratch.words());
-    std::fill_n(result.xmask.words, size, Word{0});
-    result.EnforceWidth();
+    Scratch scratch(all_x ? 0 : words::multiply_scratch(size, a.size, b.size));
+    const Planes result = take_planes(width);
+    if (all_x) {
+        std::fill_n(result.value, size, Word{0});
+    } else {
+        words::multiply(result.value, size, a.value, a.size, b.value, b.size, scratch.words());
+    }
+    std::fill_n(result.mask, size, all_x ? ~Word{0} : Word{0});
+    Trim(result, width);
     return result;
 }
 

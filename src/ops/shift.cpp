@@ -10,13 +10,13 @@ using kval::words::Word;
 namespace kval::detail {
 
 // Takes only the words that the narrower result needs; `width` is the result's, more than 32 bits.
-KVAL_UINTEGER Internals::ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+Planes Internals::ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
     const View from = Words(v);
     const std::size_t size = word_count(width);
-    KVAL_UINTEGER result(width, size, Flags(v));
-    words::shift_right(result.uvalue.words, size, from.value, from.size, count);
-    words::shift_right(result.xmask.words, size, from.mask, from.size, count);
-    result.EnforceWidth();
+    const Planes result = take_planes(width);
+    words::shift_right(result.value, size, from.value, from.size, count);
+    words::shift_right(result.mask, size, from.mask, from.size, count);
+    Trim(result, width);
     return result;
 }
 

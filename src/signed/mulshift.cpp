@@ -60,17 +60,6 @@ KVAL_SINTEGER SignedInternals::MulWide(const KVAL_SINTEGER& a, const KVAL_UINTEG
     return ProductWide(a, Negative(a), b, false);
 }
 
-// The rare right shifts: of a wide value by its width and more, and those whose width wraps to a wide one.
-KVAL_SINTEGER SignedInternals::ShrWide(const KVAL_SINTEGER& a, unsigned count, unsigned width) {
-    KVAL_SINTEGER result(0, width);
-    if (a.IsCompact()) {
-        result.set_uvalue_at(0, a.uint() >> (count & 31U));
-    } else {
-        result = Unsigned(a) >> count;
-    }
-    return result;
-}
-
 }  // namespace kval::detail
 
 using kval::detail::OnesFrom;

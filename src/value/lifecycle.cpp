@@ -17,29 +17,45 @@ void KVAL_UINTEGER::AllocateLong(std::size_t words) {
     OwnPlanes(kval::detail::NewPlanes(words), words);
 }
 
-void KVAL_UINTEGER::ConstructWide(unsigned value) {
-    AllocateWide(kval::word_count(width));
-    AssignWide(value);
+namespace kval::detail {
+namespace {
+
+void write_number(const Planes& planes, std::size_t size, unsigned value) {
+    std::fill_n(planes.value, size, Word{0});
+    std::fill_n(planes.mask, size, Word{0});
+    planes.value[0] = value;
 }
 
-void KVAL_UINTEGER::CopyWide(const KVAL_UINTEGER& other) {
-    const std::size_t size = kval::word_count(width);
-    AllocateWide(size);
-    kval::words::copy(uvalue.words, other.uvalue.words, size);
-    kval::words::copy(xmask.words, other.xmask.words, size);
+}  // namespace
+
+Planes Internals::ConstructedWide(unsigned value, unsigned width) {
+    const Planes planes = take_planes(width);
+    write_number(planes, word_count(width), value);
+    return planes;
 }
 
-void KVAL_UINTEGER::ShiftedCopyWide(const KVAL_UINTEGER& other, unsigned count, bool left) {
-    const std::size_t size = kval::word_count(width);
-    AllocateWide(size);
-    const Internals::View from = Internals::Words(other);
-    const auto shift = left ? kval::words::shift_left : kval::words::shift_right;
-    // A right shift clears even the bits that `other` may hold above its width once the count reaches the width.
+Planes Internals::CopiedWide(const KVAL_UINTEGER& v) {
+    const Planes planes = take_planes(v.width);
+    words::copy(planes.value, v.uvalue.words, Size(v));
+    words::copy(planes.mask, v.xmask.words, Size(v));
+    return planes;
+}
+
+// A left shift whose width wrapped has lost bits, and may have some above its width.
+Planes Internals::ShiftedWide(const KVAL_UINTEGER& v, unsigned count, bool left, unsigned width) {
+    const Planes planes = take_planes(width);
+    const std::size_t size = word_count(width);
+    const View from = Words(v);
+    const auto shift = left ? words::shift_left : words::shift_right;
+    // A right shift clears even the bits that `v` may hold above its width once the count reaches the width.
     const std::size_t words = left || count < width ? from.size : 0;
-    shift(uvalue.words, size, from.value, words, count);
-    shift(xmask.words, size, from.mask, words, count);
-    if (!left || Wrapped(other, count)) EnforceWidth();
+    shift(planes.value, size, from.value, words, count);
+    shift(planes.mask, size, from.mask, words, count);
+    if (!left || std::uint64_t{v.width} + count != width) Trim(planes, width);
+    return planes;
 }
+
+}  // namespace kval::detail
 
 KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(const KVAL_UINTEGER& other) noexcept {
     const std::size_t size = kval::word_count(width);
@@ -54,10 +70,7 @@ KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(const KVAL_UINTEGER& other) noexcept {
 
 // The flags are cleared by the caller.
 KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(unsigned value) noexcept {
-    const std::size_t size = kval::word_count(width);
-    std::fill_n(uvalue.words, size, Word{0});
-    std::fill_n(xmask.words, size, Word{0});
-    uvalue.words[0] = value;
+    kval::detail::write_number(Internals::PlanesOf(*this), kval::word_count(width), value);
     DeleteString();
     return *this;
 }

@@ -3,6 +3,7 @@
 
 #include <new>
 
+#include "kval.h"
 #include "words/word.h"
 
 namespace kval {
@@ -16,5 +17,11 @@ inline void check_width(std::size_t width) {
 }
 
 inline std::size_t word_count(std::size_t width) { return (width + words::kWordBits - 1) / words::kWordBits; }
+
+/// The arrays of a new value of `width` bits, not yet written.
+inline detail::Planes take_planes(unsigned width) {
+    check_width(width);
+    return detail::TakePlanes(word_count(width));
+}
 
 }  // namespace kval

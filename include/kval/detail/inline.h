@@ -76,10 +76,6 @@ struct Internals {
     static KVAL_UINTEGER TrimmedPair(unsigned width, FourState<DoubleWord> bits, unsigned flags) {
         return PairResult(width, PairTrimmed(bits, width), flags);
     }
-    /// A new value of 33 to 64 bits, every one X over the given value bits.
-    static KVAL_UINTEGER AllXPair(unsigned width, DoubleWord value, unsigned flags) {
-        return TrimmedPair(width, {value, ~DoubleWord{0}}, flags | KVAL_UINTEGER::kX);
-    }
     /// What every operation in place on a pair ends with.
     static KVAL_UINTEGER& ChangedPair(KVAL_UINTEGER& v, FourState<DoubleWord> bits, bool as_they_are = false) noexcept {
         SetPair(v, as_they_are ? bits : PairTrimmed(bits, v.width));
@@ -112,13 +108,15 @@ struct Internals {
 
     /// The number of words of a value, wide or not.
     static std::size_t Size(const KVAL_UINTEGER& v) noexcept { return static_cast<std::size_t>(v.get_size()); }
+    static std::size_t WideSize(unsigned width) noexcept { return (std::size_t{width} + 31) / 32; }
+    static Planes PlanesOf(KVAL_UINTEGER& v) noexcept { return {v.uvalue.words, v.xmask.words}; }
     /// Clears the bits above a wide width. Two words at a time where the kernels have written the top word so: what was
     /// written in one piece is slow to read in another.
-    static void TrimWide(KVAL_UINTEGER& v) noexcept {
-        const std::size_t top = Size(v) - 1;
-        Word* const value = v.uvalue.words + top;
-        Word* const mask = v.xmask.words + top;
-        const Word used = TopMask(v.width);
+    static void Trim(const Planes& planes, unsigned width) noexcept {
+        const std::size_t top = WideSize(width) - 1;
+        Word* const value = planes.value + top;
+        Word* const mask = planes.mask + top;
+        const Word used = TopMask(width);
         if (top % 2 != 0) {
             const DoubleWord used_pair = static_cast<DoubleWord>(used) << 32 | 0xFFFFFFFFU;
             words::store_pair(value - 1, words::load_pair(value - 1) & used_pair);
@@ -128,20 +126,24 @@ struct Internals {
             *mask &= used;
         }
     }
+    static void TrimWide(KVAL_UINTEGER& v) noexcept { Trim(PlanesOf(v), v.width); }
+    /// The words of a sum that may grow by a bit.
+    static std::size_t SumSize(unsigned width) noexcept { return std::size_t{width / 32} + 1; }
     /// Whether a sum grows by a bit, of whose `width` bits without the carry `sum` has the words, and room for one
     /// more.
-    static bool SumGrows(KVAL_UINTEGER& sum, unsigned width, bool carry) noexcept {
-        const std::size_t size = (std::size_t{width} + 31) / 32;
+    static bool SumGrows(const Planes& sum, unsigned width, bool carry) noexcept {
+        const std::size_t size = WideSize(width);
         const unsigned top = width % 32;
-        if (top != 0) return carry || (sum.uvalue.words[size - 1] >> top & 1U) != 0;
-        sum.uvalue.words[size] = static_cast<Word>(carry);
-        sum.xmask.words[size] = 0;
+        if (top != 0) return carry || (sum.value[size - 1] >> top & 1U) != 0;
+        sum.value[size] = static_cast<Word>(carry);
+        sum.mask[size] = 0;
         return carry;
     }
-    /// The end of every wide sum.
-    static void FinishSum(KVAL_UINTEGER& sum, unsigned width, bool carry) noexcept {
-        sum.width = width + static_cast<unsigned>(SumGrows(sum, width, carry));
-        TrimWide(sum);
+    /// The end of every wide sum; returns its width.
+    static unsigned FinishedSum(const Planes& sum, unsigned width, bool carry) noexcept {
+        const unsigned grown = width + static_cast<unsigned>(SumGrows(sum, width, carry));
+        Trim(sum, grown);
+        return grown;
     }
     /// What every operation in place on a wide value ends with.
     static KVAL_UINTEGER& ChangedWide(KVAL_UINTEGER& v) noexcept {
@@ -149,87 +151,108 @@ struct Internals {
         v.DeleteString();
         return v;
     }
-    static void CopyShort(KVAL_UINTEGER& to, const KVAL_UINTEGER& from) noexcept {
-        words::copy_limbs(to.uvalue.words, from.uvalue.words, Size(to));
-        words::copy_limbs(to.xmask.words, from.xmask.words, Size(to));
+    static void CopyShort(const Planes& to, const KVAL_UINTEGER& from) noexcept {
+        words::copy_limbs(to.value, from.uvalue.words, Size(from));
+        words::copy_limbs(to.mask, from.xmask.words, Size(from));
     }
     template <typename Rule>
-    static void CombineShort(KVAL_UINTEGER& to, const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
-        words::combine_limbs(to.uvalue.words, to.xmask.words, l.uvalue.words, l.xmask.words, r.uvalue.words,
-                             r.xmask.words, Size(to), rule);
+    static void CombineShort(const Planes& to, const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
+        words::combine_limbs(to.value, to.mask, l.uvalue.words, l.xmask.words, r.uvalue.words, r.xmask.words, Size(l),
+                             rule);
     }
     static bool SameShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         return words::compare_limbs(l.uvalue.words, r.uvalue.words, Size(l)) == 0 &&
                words::compare_limbs(l.xmask.words, r.xmask.words, Size(l)) == 0;
     }
-    /// Both planes shifted right by less than the width, into the arrays of another value or of the same one.
-    static void ShiftRightShort(KVAL_UINTEGER& to, const KVAL_UINTEGER& from, unsigned count) noexcept {
-        const std::size_t size = Size(to);
-        words::shift_right_limbs(to.uvalue.words, size, from.uvalue.words, Size(from), count / 64, count % 64);
-        words::shift_right_limbs(to.xmask.words, size, from.xmask.words, Size(from), count / 64, count % 64);
-        TrimWide(to);
+    /// Both planes shifted right by less than the width, to `width` bits in other arrays or in the same ones.
+    static void ShiftRightShort(const Planes& to, unsigned width, const KVAL_UINTEGER& from, unsigned count) noexcept {
+        const std::size_t size = WideSize(width);
+        words::shift_right_limbs(to.value, size, from.uvalue.words, Size(from), count / 64, count % 64);
+        words::shift_right_limbs(to.mask, size, from.xmask.words, Size(from), count / 64, count % 64);
+        Trim(to, width);
     }
     /// Both planes shifted left, likewise; nothing is trimmed.
-    static void ShiftLeftShort(KVAL_UINTEGER& to, const View& from, unsigned count) noexcept {
-        const std::size_t size = Size(to);
+    static void ShiftLeftShort(const Planes& to, unsigned width, const View& from, unsigned count) noexcept {
+        const std::size_t size = WideSize(width);
         const std::size_t end = (size + 1) / 2;
-        words::shift_left_limbs(to.uvalue.words, size, from.value, from.size, count / 64, count % 64, end);
-        words::shift_left_limbs(to.xmask.words, size, from.mask, from.size, count / 64, count % 64, end);
+        words::shift_left_limbs(to.value, size, from.value, from.size, count / 64, count % 64, end);
+        words::shift_left_limbs(to.mask, size, from.mask, from.size, count / 64, count % 64, end);
+    }
+
+    // The arrays of new short values.
+
+    static Planes CopiedShort(const KVAL_UINTEGER& v) {
+        const Planes copy = TakePlanes(Size(v));
+        CopyShort(copy, v);
+        return copy;
     }
     template <typename Rule>
-    static KVAL_UINTEGER CombinedShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
-        KVAL_UINTEGER result(Wider(l, r).width, Size(l), 0);
+    static Planes CombinedShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
+        const Planes result = TakePlanes(Size(l));
         CombineShort(result, l, r, rule);
         return result;
     }
     /// Without an X flag on either side.
-    static KVAL_UINTEGER XorShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    static Planes XorShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        const Planes result = TakePlanes(Size(l));
+        words::copy_limbs(result.mask, Wider(l, r).xmask.words, Size(l));
+        words::map_limbs(result.value, l.uvalue.words, r.uvalue.words, Size(l), Xor());
+        return result;
+    }
+    static Planes NotShort(const KVAL_UINTEGER& v) {
+        const Planes result = TakePlanes(Size(v));
+        words::copy_limbs(result.mask, v.xmask.words, Size(v));
+        words::map_limbs(result.value, v.uvalue.words, v.uvalue.words, Size(v), Not());
+        Trim(result, v.width);
+        return result;
+    }
+    /// A sum of 65 bits, of operands of up to 64.
+    static Planes AddPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned* width) {
+        *width = 65;
+        const Planes sum = TakePlanes(SumSize(64));
+        words::store_pair(sum.value, LowPair(l) + LowPair(r));
+        words::store_pair(sum.mask, LowPairMask(Wider(l, r)));
+        sum.value[2] = 1;
+        sum.mask[2] = 0;
+        return sum;
+    }
+    static Planes AddShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned* width) {
         const KVAL_UINTEGER& wider = Wider(l, r);
-        KVAL_UINTEGER result(wider.width, Size(l), Flags(wider));
-        words::copy_limbs(result.xmask.words, wider.xmask.words, Size(l));
-        words::map_limbs(result.uvalue.words, l.uvalue.words, r.uvalue.words, Size(l), Xor());
-        return result;
+        const Planes sum = TakePlanes(SumSize(wider.width));
+        words::copy_limbs(sum.mask, wider.xmask.words, Size(l));
+        *width = FinishedSum(
+            sum, wider.width,
+            words::chain_limbs(sum.value, l.uvalue.words, r.uvalue.words, Size(l), false, words::AddStep()));
+        return sum;
     }
-    static KVAL_UINTEGER NotShort(const KVAL_UINTEGER& v) {
-        KVAL_UINTEGER result(v.width, Size(v), Flags(v));
-        words::copy_limbs(result.xmask.words, v.xmask.words, Size(v));
-        words::map_limbs(result.uvalue.words, v.uvalue.words, v.uvalue.words, Size(v), Not());
-        TrimWide(result);
-        return result;
-    }
-    static KVAL_UINTEGER AddShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-        const KVAL_UINTEGER& wider = Wider(l, r);
-        KVAL_UINTEGER result(wider.width, std::size_t{wider.width / 32} + 1, Flags(wider));
-        words::copy_limbs(result.xmask.words, wider.xmask.words, Size(l));
-        FinishSum(
-            result, wider.width,
-            words::chain_limbs(result.uvalue.words, l.uvalue.words, r.uvalue.words, Size(l), false, words::AddStep()));
-        return result;
-    }
-    static KVAL_UINTEGER SubShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-        KVAL_UINTEGER result(l.width, Size(l), Flags(l));
-        words::copy_limbs(result.xmask.words, l.xmask.words, Size(l));
-        words::chain_limbs(result.uvalue.words, l.uvalue.words, r.uvalue.words, Size(l), false, words::SubtractStep());
-        TrimWide(result);
-        return result;
+    static Planes SubShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        const Planes difference = TakePlanes(Size(l));
+        words::copy_limbs(difference.mask, l.xmask.words, Size(l));
+        words::chain_limbs(difference.value, l.uvalue.words, r.uvalue.words, Size(l), false, words::SubtractStep());
+        Trim(difference, l.width);
+        return difference;
     }
     /// A product of 65 to 128 bits, of operands without flag X.
-    static KVAL_UINTEGER MulPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    static Planes MulPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         __extension__ using QuadWord = unsigned __int128;
         const QuadWord product = static_cast<QuadWord>(LowPair(l)) * LowPair(r);
-        const unsigned width = l.width + r.width;
-        const std::size_t size = (std::size_t{width} + 31) / 32;
-        KVAL_UINTEGER result(width, size, 0);
-        words::store_pair(result.uvalue.words, static_cast<DoubleWord>(product));
-        words::store_pair(result.xmask.words, 0);
-        words::store_limb(result.uvalue.words, size, 1, static_cast<DoubleWord>(product >> 64));
-        words::store_limb(result.xmask.words, size, 1, 0);
-        TrimWide(result);
+        const std::size_t size = WideSize(l.width + r.width);
+        const Planes result = TakePlanes(size);
+        words::store_pair(result.value, static_cast<DoubleWord>(product));
+        words::store_pair(result.mask, 0);
+        words::store_limb(result.value, size, 1, static_cast<DoubleWord>(product >> 64));
+        words::store_limb(result.mask, size, 1, 0);
+        Trim(result, l.width + r.width);
         return result;
     }
-    static KVAL_UINTEGER ShrShort(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
-        KVAL_UINTEGER result(width, (std::size_t{width} + 31) / 32, Flags(v));
-        ShiftRightShort(result, v, count);
+    static Planes ShlShort(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+        const Planes result = TakePlanes(WideSize(width));
+        ShiftLeftShort(result, width, Words(v), count);
+        return result;
+    }
+    static Planes ShrShort(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+        const Planes result = TakePlanes(WideSize(width));
+        ShiftRightShort(result, width, v, count);
         return result;
     }
     /// Less than 0, 0 or more than 0 as `l` is less than, equal to or greater than `r` in value bits, where one of them
@@ -255,6 +278,7 @@ struct Internals {
     static FourState<Word> LowWord(const KVAL_UINTEGER& v) noexcept { return {v.uint(), v.LowMask()}; }
     static Word LowMask(const KVAL_UINTEGER& v) noexcept { return v.LowMask(); }
     static unsigned Flags(const KVAL_UINTEGER& v) noexcept { return v.flags & KVAL_UINTEGER::kFourState; }
+    static unsigned WithX(unsigned flags) noexcept { return flags | static_cast<unsigned>(KVAL_UINTEGER::kX); }
     static unsigned WithoutX(unsigned flags) noexcept { return flags & ~static_cast<unsigned>(KVAL_UINTEGER::kX); }
     static Word TopMask(unsigned width) noexcept { return KVAL_UINTEGER::TopMask(width); }
 
@@ -269,7 +293,7 @@ struct Internals {
     }
     /// A compact result with every bit X over the given value bits.
     static KVAL_UINTEGER AllXResult(unsigned width, Word value, unsigned flags) noexcept {
-        return TrimmedResult(width, {value, 0xFFFFFFFFU}, flags | KVAL_UINTEGER::kX);
+        return TrimmedResult(width, {value, 0xFFFFFFFFU}, WithX(flags));
     }
     /// What every operation in place on a compact value ends with.
     static KVAL_UINTEGER& ChangedWord(KVAL_UINTEGER& v, FourState<Word> bits, bool as_they_are = false) noexcept {
@@ -290,7 +314,7 @@ struct Internals {
     static KVAL_UINTEGER Combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
         if (Compact(l, r)) return CompactResult(Wider(l, r).width, rule(LowWord(l), LowWord(r)), 0);
         if (Pairs(l, r)) return PairResult(Wider(l, r).width, rule(PairOf(l), PairOf(r)), 0);
-        return CombinedLarge(l, r, rule);
+        return Owner(CombinedLarge(l, r, rule), Wider(l, r).width, 0);
     }
     /// AND or OR in place.
     template <typename Rule>
@@ -303,17 +327,22 @@ struct Internals {
     }
     /// The result starts as the wider operand, x-mask included, and keeps them but for the value bits; with an X flag
     /// on either side it becomes all X.
-    static KVAL_UINTEGER XorPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    static KVAL_UINTEGER XorWider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         const KVAL_UINTEGER& wider = Wider(l, r);
-        const unsigned flags = Flags(wider);
-        if (l.is_x() || r.is_x()) return AllXPair(wider.width, LowPair(wider), flags);
-        return PairResult(wider.width, {LowPair(l) ^ LowPair(r), LowPairMask(wider)}, flags);
+        const bool all_x = l.is_x() || r.is_x();
+        const unsigned flags = all_x ? WithX(Flags(wider)) : Flags(wider);
+        if (!Pairs(l, r)) return Owner(XorLarge(l, r), wider.width, flags);
+        const FourState<DoubleWord> bits = {LowPair(l) ^ LowPair(r), LowPairMask(wider)};
+        const FourState<DoubleWord> every_x = PairTrimmed({LowPair(wider), ~DoubleWord{0}}, wider.width);
+        return PairResult(wider.width, all_x ? every_x : bits, flags);
     }
-
-    static KVAL_UINTEGER NotPair(const KVAL_UINTEGER& v) {
+    static KVAL_UINTEGER NotWider(const KVAL_UINTEGER& v) {
+        if (!IsPair(v)) return Owner(NotLarge(v), v.width, Flags(v));
         return TrimmedPair(v.width, {~LowPair(v), LowPairMask(v)}, Flags(v));
     }
-    static KVAL_UINTEGER SubPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    /// The borrow behind a compact right operand has a rule of its own.
+    static KVAL_UINTEGER SubWider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        if (!Pairs(l, r)) return Owner(SubLarge(l, r), l.width, Flags(l));
         return TrimmedPair(l.width, {LowPair(l) - LowPair(r), LowPairMask(l)}, Flags(l));
     }
     /// A left shift with a result that is not compact, or of a count of 32 and more.
@@ -325,37 +354,51 @@ struct Internals {
     }
     /// A right shift of a wide value to a result of the given width: wide, and compact.
     static KVAL_UINTEGER ShrWider(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
-        return IsPair(v) ? PairResult(width, ShiftedRight(PairOf(v), count, width), Flags(v))
-                         : ShrLarge(v, count, width);
+        if (IsPair(v)) return PairResult(width, ShiftedRight(PairOf(v), count, width), Flags(v));
+        return Owner(ShrLarge(v, count, width), width, Flags(v));
     }
-    static KVAL_UINTEGER ShrToCompact(const KVAL_UINTEGER& v, unsigned count, unsigned width) noexcept {
-        if (count >= v.width) return CompactResult(1, {0, 0}, Flags(v));
-        // The result straddles at most two words; joined in 64 bits, a shift by 0 needs no case of its own.
+    /// The `width` bits of a wide value from bit `count` up, which lie in at most two words.
+    static FourState<Word> StraddlingWord(const KVAL_UINTEGER& v, unsigned count, unsigned width) noexcept {
+        // Joined in 64 bits, a shift by 0 needs no case of its own.
         const std::size_t low = count / 32U;
         const bool straddles = low + 1 < Size(v);
         const auto joined = [=](const Word* plane) {
             const DoubleWord high = straddles ? plane[low + 1] : 0;
             return static_cast<Word>((high << 32 | plane[low]) >> (count & 31U));
         };
-        return TrimmedResult(width, {joined(v.uvalue.words), joined(v.xmask.words)}, Flags(v));
+        const Word used = TopMask(width);
+        return {joined(v.uvalue.words) & used, joined(v.xmask.words) & used};
     }
-    /// A new value of 65 bits, the highest of them 1.
-    __attribute__((noinline)) static KVAL_UINTEGER PairAndCarry(FourState<DoubleWord> low, unsigned flags) {
-        KVAL_UINTEGER result(65, std::size_t{3}, flags);
-        SetPair(result, low);
-        result.uvalue.words[2] = 1;
-        result.xmask.words[2] = 0;
-        return result;
+    static KVAL_UINTEGER ShrToCompact(const KVAL_UINTEGER& v, unsigned count, unsigned width) noexcept {
+        if (count >= v.width) return CompactResult(1, {0, 0}, Flags(v));
+        return CompactResult(width, StraddlingWord(v, count, width), Flags(v));
     }
-    /// The sum of operands of up to 64 bits, one of them wide.
-    static KVAL_UINTEGER AddPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    /// The sum of operands of which one is wide.
+    static KVAL_UINTEGER AddWider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         const KVAL_UINTEGER& wider = Wider(l, r);
-        const DoubleWord sum = LowPair(l) + LowPair(r);
-        const bool carry = sum < LowPair(l);
-        const bool reached = (sum >> 1 >> (wider.width - 1) & 1U) != 0;
-        const unsigned grown = wider.width + static_cast<unsigned>(carry || reached);
-        const FourState<DoubleWord> bits = {sum, LowPairMask(wider)};
-        return grown > 64 ? PairAndCarry(bits, Flags(wider)) : TrimmedPair(grown, bits, Flags(wider));
+        if (UpToPairs(l, r)) {
+            const DoubleWord sum = LowPair(l) + LowPair(r);
+            const bool carry = sum < LowPair(l);
+            const bool reached = (sum >> 1 >> (wider.width - 1) & 1U) != 0;
+            const unsigned grown = wider.width + static_cast<unsigned>(carry || reached);
+            if (grown <= 64) return TrimmedPair(grown, {sum, LowPairMask(wider)}, Flags(wider));
+        }
+        unsigned width = 0;
+        const Planes sum = AddLarge(l, r, &width);
+        return Owner(sum, width, Flags(wider), SumSize(wider.width));
+    }
+    static KVAL_UINTEGER CompactProduct(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned width) noexcept {
+        if (l.is_x() || r.is_x()) return AllXResult(width, 0, 0);
+        return TrimmedResult(width, {l.uint() * r.uint(), 0}, 0);
+    }
+    /// A product whose width adds up to more than 32.
+    static KVAL_UINTEGER MulWider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned width) {
+        // The widths of very wide operands add up to what is read as negative, and becomes 1.
+        if (KVAL_UINTEGER::IsCompact(static_cast<int>(width))) return CompactProduct(l, r, 1);
+        const bool all_x = l.is_x() || r.is_x();
+        if (!UpToPairs(l, r) || width > 64) return Owner(MulLarge(l, r), width, all_x ? WithX(0) : 0);
+        const FourState<DoubleWord> product = {LowPair(l) * LowPair(r), 0};
+        return TrimmedPair(width, all_x ? FourState<DoubleWord>{0, ~DoubleWord{0}} : product, all_x ? WithX(0) : 0);
     }
 
     template <typename Field>
@@ -374,12 +417,22 @@ struct Internals {
     }
 
     // Operators on what is neither compact nor a pair. Not inline, but compiled into the program, where a call costs
-    // less than one into the library: short values are done here. (Each result is made in a function of its own, which
-    // returns nothing else: only so do all compilers make it in its place.)
+    // less than one into the library: short values are done here.
+    //
+    // Of a new value, the arrays alone come back, in two registers, and the caller makes their owner: an object whose
+    // address is known nowhere else can stay in registers where its value is compact, and dies for nothing.
+
+    /// A wide value with these arrays of its size, or of as many words as are told.
+    static KVAL_UINTEGER Owner(Planes planes, unsigned width, unsigned flags, std::size_t words) noexcept {
+        return KVAL_UINTEGER(planes, words, width, flags);
+    }
+    static KVAL_UINTEGER Owner(Planes planes, unsigned width, unsigned flags) noexcept {
+        return Owner(planes, width, flags, WideSize(width));
+    }
 
     __attribute__((noinline)) static KVAL_UINTEGER& AssignLarge(KVAL_UINTEGER& v, const KVAL_UINTEGER& other) noexcept {
         if (!Short(v, other)) return v.AssignWide(other);
-        CopyShort(v, other);
+        CopyShort(PlanesOf(v), other);
         v.flags = other.flags;
         if (v.width != other.width) TrimWide(v);
         v.DeleteString();
@@ -389,7 +442,7 @@ struct Internals {
     __attribute__((noinline)) static KVAL_UINTEGER& CombineLarge(KVAL_UINTEGER& v, const KVAL_UINTEGER& other,
                                                                  Rule rule) noexcept {
         if (!Short(v, other)) return CombineWide(v, other, rule);
-        CombineShort(v, v, other, rule);
+        CombineShort(PlanesOf(v), v, other, rule);
         return ChangedWide(v);
     }
     __attribute__((noinline)) static KVAL_UINTEGER& AddAssignLarge(KVAL_UINTEGER& v,
@@ -419,12 +472,12 @@ struct Internals {
     }
     __attribute__((noinline)) static KVAL_UINTEGER& ShlAssignLarge(KVAL_UINTEGER& v, unsigned count) noexcept {
         if (!IsShort(v)) return v.ShlAssignWide(count);
-        ShiftLeftShort(v, Words(v), count);
+        ShiftLeftShort(PlanesOf(v), v.width, Words(v), count);
         return ChangedWide(v);
     }
     __attribute__((noinline)) static KVAL_UINTEGER& ShrAssignLarge(KVAL_UINTEGER& v, unsigned count) noexcept {
         if (!IsShort(v) || count >= v.width) return v.ShrAssignWide(count);
-        ShiftRightShort(v, v, count);
+        ShiftRightShort(PlanesOf(v), v.width, v, count);
         v.DeleteString();
         return v;
     }
@@ -435,43 +488,55 @@ struct Internals {
     __attribute__((noinline)) static bool IdenticalLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         return Short(l, r) ? SameShort(l, r) && Flags(l) == Flags(r) : IdenticalWide(l, r);
     }
+    __attribute__((noinline)) static Planes CopiedLarge(const KVAL_UINTEGER& v) {
+        return IsShort(v) ? CopiedShort(v) : CopiedWide(v);
+    }
     template <typename Rule>
-    __attribute__((noinline)) static KVAL_UINTEGER CombinedLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r,
-                                                                 Rule rule) {
+    __attribute__((noinline)) static Planes CombinedLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
         return Short(l, r) ? CombinedShort(l, r, rule) : CombinedWide(l, r, rule);
     }
-    __attribute__((noinline)) static KVAL_UINTEGER XorLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    __attribute__((noinline)) static Planes XorLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         return Short(l, r) && !l.is_x() && !r.is_x() ? XorShort(l, r) : XorWide(l, r);
     }
-    __attribute__((noinline)) static KVAL_UINTEGER NotLarge(const KVAL_UINTEGER& v) {
+    __attribute__((noinline)) static Planes NotLarge(const KVAL_UINTEGER& v) {
         return IsShort(v) ? NotShort(v) : NotWide(v);
     }
-    __attribute__((noinline)) static KVAL_UINTEGER AddLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-        return Short(l, r) ? AddShort(l, r) : AddWide(l, r);
+    /// Tells the width of the sum as well.
+    __attribute__((noinline)) static Planes AddLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned* width) {
+        if (UpToPairs(l, r)) return AddPairs(l, r, width);
+        return Short(l, r) ? AddShort(l, r, width) : AddWide(l, r, width);
     }
-    __attribute__((noinline)) static KVAL_UINTEGER SubLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    __attribute__((noinline)) static Planes SubLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         return Short(l, r) ? SubShort(l, r) : SubWide(l, r);
     }
-    __attribute__((noinline)) static KVAL_UINTEGER MulLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    __attribute__((noinline)) static Planes MulLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         return UpToPairs(l, r) && !l.is_x() && !r.is_x() ? MulPairs(l, r) : MulWide(l, r);
     }
-    __attribute__((noinline)) static KVAL_UINTEGER ShrLarge(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+    /// Left shifts to a width of which nothing was cut.
+    __attribute__((noinline)) static Planes ShlLarge(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+        return width <= 256 ? ShlShort(v, count, width) : ShiftedWide(v, count, true, width);
+    }
+    __attribute__((noinline)) static Planes ShrLarge(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
         return IsShort(v) ? ShrShort(v, count, width) : ShrWide(v, count, width);
     }
 
+    KVAL_API static Planes ConstructedWide(unsigned value, unsigned width);
+    KVAL_API static Planes CopiedWide(const KVAL_UINTEGER& v);
+    KVAL_API static Planes ShiftedWide(const KVAL_UINTEGER& v, unsigned count, bool left, unsigned width);
     template <typename Rule>
     KVAL_API static KVAL_UINTEGER& CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, Rule rule) noexcept;
     template <typename Rule>
-    KVAL_API static KVAL_UINTEGER CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule);
+    KVAL_API static Planes CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule);
     /// Takes the text and not the value, whose address would else be known outside: it could not be kept in registers.
     KVAL_API static void DeleteText(const char* text) noexcept;
-    KVAL_API static KVAL_UINTEGER XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
-    KVAL_API static KVAL_UINTEGER NotWide(const KVAL_UINTEGER& v);
-    KVAL_API static KVAL_UINTEGER AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static Planes XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static Planes NotWide(const KVAL_UINTEGER& v);
+    KVAL_API static Planes AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned* width);
+    static bool TooWide(const Planes& sum, unsigned width, bool carry) noexcept;
     static void FinishWideSum(KVAL_UINTEGER& sum, unsigned width, bool carry);
-    KVAL_API static KVAL_UINTEGER SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
-    KVAL_API static KVAL_UINTEGER MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
-    KVAL_API static KVAL_UINTEGER ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width);
+    KVAL_API static Planes SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static Planes MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
+    KVAL_API static Planes ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width);
     KVAL_API static int CompareWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
     KVAL_API static int CompareWide(const KVAL_UINTEGER& v, unsigned number) noexcept;
     KVAL_API static bool IdenticalWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
@@ -481,24 +546,6 @@ struct Internals {
 
 }  // namespace detail
 }  // namespace kval
-
-// ---- what is larger than a pair ----
-
-/// A copy that is larger than a pair.
-__attribute__((noinline)) inline void KVAL_UINTEGER::CopyLarge(const KVAL_UINTEGER& other) {
-    using kval::detail::Internals;
-    if (!Internals::IsShort(*this)) return CopyWide(other);
-    AllocateWide(Internals::Size(*this));
-    Internals::CopyShort(*this, other);
-}
-
-__attribute__((noinline)) inline void KVAL_UINTEGER::ShiftedCopyLarge(const KVAL_UINTEGER& other, unsigned count,
-                                                                      bool left) {
-    using kval::detail::Internals;
-    if (!left || !Internals::IsShort(*this) || Wrapped(other, count)) return ShiftedCopyWide(other, count, left);
-    AllocateWide(Internals::Size(*this));
-    Internals::ShiftLeftShort(*this, Internals::Words(other), count);
-}
 
 // ---- construction, copying, assignment ----
 
@@ -518,7 +565,7 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bit_width)
         AllocateWide(2);
         kval::detail::Internals::SetPair(*this, {value, 0});
     } else {
-        ConstructWide(value);
+        OwnPlanes(kval::detail::Internals::ConstructedWide(value, width), kval::detail::Internals::Size(*this));
     }
 }
 
@@ -528,7 +575,14 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned bit_width, std::size_t words, unsig
     AllocateWide(words);
 }
 
-inline void KVAL_UINTEGER::OwnPlanes(const kval::detail::Planes& planes, std::size_t words) noexcept {
+inline KVAL_UINTEGER::KVAL_UINTEGER(kval::detail::Planes planes, std::size_t words, unsigned bit_width,
+                                    unsigned state) noexcept
+    : width(bit_width), text_cache(nullptr), flags(static_cast<std::uint8_t>(state)) {
+    OwnPlanes(planes, words);
+}
+
+inline void KVAL_UINTEGER::OwnPlanes(kval::detail::Planes planes, std::size_t words) noexcept {
+    __asm__("" : "+r"(planes.value), "+r"(planes.mask));  // each in a register of its own
     uvalue.words = planes.value;
     xmask.words = planes.mask;
     capacity = static_cast<std::uint32_t>(words);
@@ -560,7 +614,7 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other)
         AllocateWide(2);
         kval::detail::Internals::SetPair(*this, bits);
     } else {
-        CopyLarge(other);
+        OwnPlanes(kval::detail::Internals::CopiedLarge(other), kval::detail::Internals::Size(*this));
     }
 }
 
@@ -583,8 +637,10 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool 
         AllocateWide(2);
         Internals::SetPair(*this,
                            left ? Internals::ShiftedLeft(from, bits) : Internals::ShiftedRight(from, bits, width));
+    } else if (left && !wrapped) {
+        OwnPlanes(Internals::ShlLarge(other, bits, width), Internals::Size(*this));
     } else {
-        ShiftedCopyLarge(other, bits, left);
+        OwnPlanes(Internals::ShiftedWide(other, bits, left, width), Internals::Size(*this));
     }
 }
 
@@ -838,8 +894,7 @@ inline KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 
 inline KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
-    if (!Internals::Compact(l, r))
-        return Internals::Pairs(l, r) ? Internals::XorPairs(l, r) : Internals::XorLarge(l, r);
+    if (!Internals::Compact(l, r)) return Internals::XorWider(l, r);
     const KVAL_UINTEGER& wider = Internals::Wider(l, r);
     const unsigned flags = Internals::Flags(wider);
     if (l.is_x() || r.is_x()) return Internals::AllXResult(wider.bitwidth(), wider.uint(), flags);
@@ -850,7 +905,7 @@ inline KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 
 inline KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
     using kval::detail::Internals;
-    if (!v.IsCompact()) return Internals::IsPair(v) ? Internals::NotPair(v) : Internals::NotLarge(v);
+    if (!v.IsCompact()) return Internals::NotWider(v);
     return Internals::TrimmedResult(v.bitwidth(), {~v.uint(), Internals::LowMask(v)}, Internals::Flags(v));
 }
 
@@ -892,8 +947,7 @@ inline KVAL_UINTEGER& KVAL_UINTEGER::operator--() noexcept { return *this -= 1U;
 
 __attribute__((always_inline)) inline KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
-    if (!Internals::Compact(l, r))
-        return Internals::UpToPairs(l, r) ? Internals::AddPairs(l, r) : Internals::AddLarge(l, r);
+    if (!Internals::Compact(l, r)) return Internals::AddWider(l, r);
     const KVAL_UINTEGER& wider = Internals::Wider(l, r);
     const unsigned width = wider.bitwidth();
     const std::uint64_t sum = static_cast<std::uint64_t>(l.uint()) + r.uint();
@@ -907,8 +961,7 @@ __attribute__((always_inline)) inline KVAL_UINTEGER operator+(const KVAL_UINTEGE
 
 inline KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
-    // The borrow behind a compact right operand has a rule of its own.
-    if (!l.IsCompact()) return Internals::Pairs(l, r) ? Internals::SubPairs(l, r) : Internals::SubLarge(l, r);
+    if (!l.IsCompact()) return Internals::SubWider(l, r);
     return Internals::TrimmedResult(l.bitwidth(), {l.uint() - r.uint(), Internals::LowMask(l)}, Internals::Flags(l));
 }
 
@@ -954,14 +1007,7 @@ inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
 inline KVAL_UINTEGER operator*(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using kval::detail::Internals;
     const unsigned width = l.bitwidth() + r.bitwidth();
-    if (!Internals::UpToPairs(l, r) || width > 64) return Internals::MulLarge(l, r);
-    const bool all_x = l.is_x() || r.is_x();
-    if (KVAL_UINTEGER::IsCompact(static_cast<int>(width))) {
-        if (all_x) return Internals::AllXResult(width, 0, 0);
-        return Internals::TrimmedResult(width, {l.uint() * r.uint(), 0}, 0);
-    }
-    if (all_x) return Internals::AllXPair(width, 0, 0);
-    return Internals::TrimmedPair(width, {Internals::LowPair(l) * Internals::LowPair(r), 0}, 0);
+    return width <= 32 ? Internals::CompactProduct(l, r, width) : Internals::MulWider(l, r, width);
 }
 
 inline KVAL_UINTEGER operator/(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {

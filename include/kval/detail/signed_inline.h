@@ -191,6 +191,19 @@ struct SignedInternals {
     static KVAL_SINTEGER LargeResult(const Register& r) {
         return r.width <= 32 ? CompactResult(r) : PairResult(r.width, r.value, r.mask, r.flags);
     }
+    static KVAL_SINTEGER Owner(Planes planes, unsigned width, unsigned flags) noexcept {
+        return KVAL_SINTEGER(planes, Internals::WideSize(width), width, flags);
+    }
+    /// A wide value shifted right by less than its width. No bit needs to be filled in: the sign comes down to the new
+    /// top bit.
+    static KVAL_SINTEGER ShrWider(const KVAL_SINTEGER& a, unsigned count) {
+        const unsigned width = a.width - count;
+        const unsigned flags = Internals::Flags(a);
+        if (width <= 32) return Result(width, Internals::StraddlingWord(a, count, width), flags);
+        if (!Internals::IsPair(a)) return Owner(Internals::ShrLarge(a, count, width), width, flags);
+        const FourState<DoubleWord> bits = Internals::ShiftedRight(Internals::PairOf(a), count, width);
+        return PairResult(width, bits.value, bits.mask, flags);
+    }
     /// A negative value of up to 64 bits, extended to all of them.
     static DoubleWord Filled(const KVAL_SINTEGER& v) noexcept {
         return Internals::LowPair(v) | ~DoubleWord{0} << ((v.bitwidth() - 1) & 63U);
@@ -279,7 +292,7 @@ struct SignedInternals {
     static Quotient EuclideanRemainder(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
     static Quotient EuclideanRemainder(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
     static KVAL_SINTEGER Result(const Quotient& quotient, unsigned width) {
-        if (width > 32) return DivisionWide(quotient, width);
+        if (width > 32) return KVAL_SINTEGER(DivisionWide(quotient, width));
         if (quotient.is_x) return KVAL_SINTEGER(Internals::AllXResult(width, 0, 0));
         return Result(width, {StoredBits(quotient, width), 0}, 0);
     }
@@ -293,17 +306,17 @@ struct SignedInternals {
     }
     __attribute__((noinline)) static KVAL_SINTEGER AddShort(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
         const std::size_t size = Internals::Size(a);
-        KVAL_SINTEGER sum(a.width, std::size_t{a.width + 1} / 32 + 1, Internals::Flags(b));
+        KVAL_SINTEGER sum(a.width, Internals::SumSize(a.width + 1), Internals::Flags(b));
         words::copy_limbs(sum.xmask.words, b.xmask.words, size);
-        Internals::FinishSum(
-            sum, a.width,
+        sum.width = Internals::FinishedSum(
+            Internals::PlanesOf(sum), a.width,
             words::chain_limbs(sum.uvalue.words, a.uvalue.words, b.uvalue.words, size, false, words::AddStep()));
         if (!SignIsRight(Negative(a), Negative(b), Negative(sum))) RepairWideSum(sum, a, b);
         return sum;
     }
     __attribute__((noinline)) static KVAL_SINTEGER SubShort(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
         const std::size_t size = Internals::Size(a);
-        KVAL_SINTEGER difference(a.width, std::size_t{a.width} / 32 + 1, Internals::Flags(a));
+        KVAL_SINTEGER difference(a.width, Internals::SumSize(a.width), Internals::Flags(a));
         words::copy_limbs(difference.xmask.words, a.xmask.words, size);
         words::chain_limbs(difference.uvalue.words, a.uvalue.words, b.uvalue.words, size, false, words::SubtractStep());
         Settle(difference);
@@ -312,11 +325,6 @@ struct SignedInternals {
     }
     static bool Overflowed(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b, const KVAL_SINTEGER& difference) noexcept {
         return Negative(a) != Negative(b) && Negative(difference) != Negative(a);
-    }
-    static KVAL_SINTEGER ShrShort(const KVAL_SINTEGER& a, unsigned count, unsigned width) {
-        KVAL_SINTEGER result(width, (std::size_t{width} + 31) / 32, Internals::Flags(a));
-        Internals::ShiftRightShort(result, a, count);
-        return result;
     }
     __attribute__((noinline)) static KVAL_SINTEGER AddLarge(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
         if (Internals::UpToPairs(a, b)) {
@@ -354,23 +362,13 @@ struct SignedInternals {
     __attribute__((noinline)) static KVAL_SINTEGER MulLarge(const KVAL_SINTEGER& a, const Right& b) {
         return Internals::UpToPairs(a, b) && a.width + b.bitwidth() <= 64 ? Product(a, b) : MulWide(a, b);
     }
-    /// Right by less than the width.
-    __attribute__((noinline)) static KVAL_SINTEGER ShrLarge(const KVAL_SINTEGER& a, unsigned count) {
-        const unsigned width = a.width - count;
-        if (Internals::IsPair(a)) {
-            const FourState<DoubleWord> bits = Internals::PairOf(a);
-            return LargeResult(Register{width, bits.value >> count, bits.mask >> count, Internals::Flags(a)}.Trimmed());
-        }
-        if (width <= 32) return KVAL_SINTEGER(Internals::ShrToCompact(a, count, width));
-        return Internals::IsShort(a) ? ShrShort(a, count, width) : KVAL_SINTEGER(Internals::ShrWide(a, count, width));
-    }
     __attribute__((noinline)) static KVAL_SINTEGER& AssignLarge(KVAL_SINTEGER& v, const KVAL_SINTEGER& other) noexcept {
         v.CopyFlags(other);
         v.DeleteString();
         if (Internals::IsPair(v)) {
             Internals::SetPair(v, AssignedPair(Internals::LowPairs(other), other.width, Negative(other), v.width));
         } else if (Short(v, other)) {
-            Internals::CopyShort(v, other);
+            Internals::CopyShort(Internals::PlanesOf(v), other);
             Settle(v);
         } else {
             return v.AssignSignedWide(other);
@@ -412,7 +410,6 @@ struct SignedInternals {
     static KVAL_SINTEGER ProductWide(const KVAL_UINTEGER& a, bool a_negative, const KVAL_UINTEGER& b, bool b_negative);
     KVAL_API static KVAL_SINTEGER MulWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
     KVAL_API static KVAL_SINTEGER MulWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
-    KVAL_API static KVAL_SINTEGER ShrWide(const KVAL_SINTEGER& a, unsigned count, unsigned width);
     KVAL_API static KVAL_SINTEGER DivisionWide(const Quotient& quotient, unsigned width);
     /// Equality of two negative values, and order of two whose widths differ.
     KVAL_API static bool EqualNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
@@ -444,6 +441,10 @@ inline KVAL_SINTEGER::KVAL_SINTEGER(std::uint32_t value, std::uint32_t mask, uns
 
 inline KVAL_SINTEGER::KVAL_SINTEGER(unsigned bit_width, std::size_t words, unsigned state)
     : KVAL_UINTEGER(bit_width, words, state) {}
+
+inline KVAL_SINTEGER::KVAL_SINTEGER(kval::detail::Planes planes, std::size_t words, unsigned bit_width,
+                                    unsigned state) noexcept
+    : KVAL_UINTEGER(planes, words, bit_width, state) {}
 
 inline KVAL_SINTEGER& KVAL_SINTEGER::operator=(const KVAL_UINTEGER& other) {
     using kval::detail::Internals;
@@ -713,12 +714,14 @@ inline KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count) {
     using kval::detail::SignedInternals;
     const int rest = static_cast<int>(a.bitwidth() - count);
     if (rest <= 0 && SignedInternals::Negative(a)) return SignedInternals::Result(1, {1, 0}, 0);
-    // No bit needs to be filled in: the sign comes down to the new top bit.
-    if (!a.IsCompact() && count < a.bitwidth()) return SignedInternals::ShrLarge(a, count);
+    if (!a.IsCompact() && count < a.bitwidth()) return SignedInternals::ShrWider(a, count);
+    // Deliberate: a compact value is not trimmed, which shows for counts of 32 and more, and neither X bits nor flags
+    // come along. Of a wide one the flags alone are left.
+    const std::uint32_t bits = a.IsCompact() ? a.uint() >> (count & 31U) : 0;
+    const unsigned flags = a.IsCompact() ? 0 : kval::detail::Internals::Flags(a);
     const unsigned width = rest < 1 ? 1 : static_cast<unsigned>(rest);
-    if (!a.IsCompact() || width > 32) return SignedInternals::ShrWide(a, count, width);
-    // Deliberate: not trimmed, which shows for counts of 32 and more, and neither X bits nor flags come along.
-    return SignedInternals::Result(width, {a.uint() >> (count & 31U), 0}, 0);
+    if (width <= 32) return SignedInternals::Result(width, {bits, 0}, flags);
+    return SignedInternals::Owner(kval::detail::Internals::ConstructedWide(bits, width), width, flags);
 }
 
 inline KVAL_SINTEGER& KVAL_SINTEGER::operator>>=(unsigned count) noexcept {
