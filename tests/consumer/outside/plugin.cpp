@@ -1,0 +1,16 @@
+// A model in a plugin: a register that the host clocks.
+#include <kval.h>
+
+#include <cstring>
+
+// Adds 2^32 to a 40-bit register three times; whether it reads 3 * 2^32 then. The arrays of the values that die here go
+// to the thread's stock.
+extern "C" __attribute__((visibility("default"))) int run_model() {
+    KVAL_UINTEGER reg(0, 40);
+    KVAL_UINTEGER increment(1, 40);
+    increment <<= 32;
+    for (int clock = 0; clock < 3; ++clock) {
+        reg = reg + increment;
+    }
+    return std::strcmp(reg.as_hex_string(), "0300000000") == 0;
+}
