@@ -1,6 +1,10 @@
 # shellcheck shell=bash
 # Functions that the scripts share; to be sourced.
 
+# What the tests are built with, beside a compiler and CMake.
+# shellcheck disable=SC2034
+test_packages=(libgtest-dev librapidcheck-dev libfmt-dev)
+
 # say TEXT...: what happens next, in one line.
 say() {
     printf '==> %s\n' "$*"
