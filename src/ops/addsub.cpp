@@ -24,13 +24,9 @@ void subtract_compact(Word* out, const Word* l, std::size_t size, Word r) {
 
 }  // namespace
 
-// Whether a sum of the widest values that there are grows.
-bool Internals::TooWide(const Planes& sum, unsigned width, bool carry) noexcept {
-    return width == kMaxWidth && SumGrows(sum, width, carry);
-}
-
+// The end of a sum that may be the widest there is, and grow too wide.
 void Internals::FinishWideSum(KVAL_UINTEGER& sum, unsigned width, bool carry) {
-    if (TooWide(PlanesOf(sum), width, carry)) throw std::bad_alloc();
+    if (width == kMaxWidth && SumGrows(PlanesOf(sum), width, carry)) throw std::bad_alloc();
     sum.width = FinishedSum(PlanesOf(sum), width, carry);
 }
 
@@ -38,16 +34,15 @@ Planes Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsign
     const KVAL_UINTEGER& wider = Wider(l, r);
     const View w = Words(wider);
     const View n = Words(&wider == &l ? r : l);
-    const Planes sum = TakePlanes(SumSize(wider.width));
-    bool carry = words::add(sum.value, w.value, n.value, n.size);
-    if (n.size < w.size) carry = words::add_carry(sum.value + n.size, w.value + n.size, w.size - n.size, carry);
-    words::copy(sum.mask, w.mask, w.size);
-    if (TooWide(sum, wider.width, carry)) {
-        GivePlanes(sum.value, sum.mask, SumSize(wider.width));
-        throw std::bad_alloc();
-    }
-    *width = FinishedSum(sum, wider.width, carry);
-    return sum;
+    KVAL_UINTEGER sum(wider.width, SumSize(wider.width), 0);  // owns the arrays as long as it may prove too wide
+    const Planes planes = PlanesOf(sum);
+    bool carry = words::add(planes.value, w.value, n.value, n.size);
+    if (n.size < w.size) carry = words::add_carry(planes.value + n.size, w.value + n.size, w.size - n.size, carry);
+    words::copy(planes.mask, w.mask, w.size);
+    FinishWideSum(sum, wider.width, carry);
+    *width = sum.width;
+    sum.capacity = 0;
+    return planes;
 }
 
 Planes Internals::SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {

@@ -532,7 +532,6 @@ struct Internals {
     KVAL_API static Planes XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static Planes NotWide(const KVAL_UINTEGER& v);
     KVAL_API static Planes AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned* width);
-    static bool TooWide(const Planes& sum, unsigned width, bool carry) noexcept;
     static void FinishWideSum(KVAL_UINTEGER& sum, unsigned width, bool carry);
     KVAL_API static Planes SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
     KVAL_API static Planes MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r);
