@@ -232,6 +232,22 @@ struct Internals {
         Trim(difference, l.width);
         return difference;
     }
+    /// Every bit X, over the value bits of an operand, or over zeros.
+    static Planes AllXShort(const KVAL_UINTEGER& under) {
+        const Planes result = TakePlanes(Size(under));
+        words::copy_limbs(result.value, under.uvalue.words, Size(under));
+        return AllX(result, under.width);
+    }
+    static Planes AllXShort(unsigned width) {
+        const Planes result = TakePlanes(WideSize(width));
+        words::fill_limbs(result.value, 0, WideSize(width));
+        return AllX(result, width);
+    }
+    static Planes AllX(const Planes& planes, unsigned width) noexcept {
+        words::fill_limbs(planes.mask, ~Word{0}, WideSize(width));
+        Trim(planes, width);
+        return planes;
+    }
     /// A product of 65 to 128 bits, of operands without flag X.
     static Planes MulPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         __extension__ using QuadWord = unsigned __int128;
@@ -242,6 +258,17 @@ struct Internals {
         words::store_pair(result.mask, 0);
         words::store_limb(result.value, size, 1, static_cast<DoubleWord>(product >> 64));
         words::store_limb(result.mask, size, 1, 0);
+        Trim(result, l.width + r.width);
+        return result;
+    }
+    /// A product of operands of up to 128 bits, without flag X.
+    static Planes MulShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+        const View a = Words(l);
+        const View b = Words(r);
+        const std::size_t size = WideSize(l.width + r.width);
+        const Planes result = TakePlanes(size);
+        words::multiply_limbs(result.value, size, a.value, a.size, b.value, b.size);
+        words::fill_limbs(result.mask, 0, size);
         Trim(result, l.width + r.width);
         return result;
     }
@@ -496,7 +523,8 @@ struct Internals {
         return Short(l, r) ? CombinedShort(l, r, rule) : CombinedWide(l, r, rule);
     }
     __attribute__((noinline)) static Planes XorLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-        return Short(l, r) && !l.is_x() && !r.is_x() ? XorShort(l, r) : XorWide(l, r);
+        if (!Short(l, r)) return XorWide(l, r);
+        return l.is_x() || r.is_x() ? AllXShort(Wider(l, r)) : XorShort(l, r);
     }
     __attribute__((noinline)) static Planes NotLarge(const KVAL_UINTEGER& v) {
         return IsShort(v) ? NotShort(v) : NotWide(v);
@@ -510,7 +538,9 @@ struct Internals {
         return Short(l, r) ? SubShort(l, r) : SubWide(l, r);
     }
     __attribute__((noinline)) static Planes MulLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-        return UpToPairs(l, r) && !l.is_x() && !r.is_x() ? MulPairs(l, r) : MulWide(l, r);
+        if (l.width > 128 || r.width > 128) return MulWide(l, r);
+        if (l.is_x() || r.is_x()) return AllXShort(l.width + r.width);
+        return UpToPairs(l, r) ? MulPairs(l, r) : MulShort(l, r);
     }
     /// Left shifts to a width of which nothing was cut.
     __attribute__((noinline)) static Planes ShlLarge(const KVAL_UINTEGER& v, unsigned count, unsigned width) {

@@ -55,6 +55,12 @@ inline void copy_limbs(Word* out, const Word* in, std::size_t size) noexcept {
     if (i < size) out[i] = in[i];
 }
 
+inline void fill_limbs(Word* out, Word word, std::size_t size) noexcept {
+    std::size_t i = 0;
+    for (; i + 2 <= size; i = next_limb(i)) store_pair(out + i, DoubleWord{word} << 32 | word);
+    if (i < size) out[i] = word;
+}
+
 /// The same in both planes at once, by a four-state rule.
 template <typename Rule>
 void combine_limbs(Word* value, Word* mask, const Word* l_value, const Word* l_mask, const Word* r_value,
@@ -119,6 +125,23 @@ inline void store_limb(Word* words, std::size_t size, std::size_t limb, DoubleWo
     } else {
         words[size - 1] = static_cast<Word>(value);
     }
+}
+
+/// out = a * b, of up to four words each, cut to `size` words of the eight.
+inline void multiply_limbs(Word* out, std::size_t size, const Word* a, std::size_t a_size, const Word* b,
+                           std::size_t b_size) noexcept {
+    __extension__ using QuadWord = unsigned __int128;
+    const QuadWord a0 = limb_at(a, a_size, 0);
+    const QuadWord a1 = limb_at(a, a_size, 1);
+    const DoubleWord b0 = limb_at(b, b_size, 0);
+    const DoubleWord b1 = limb_at(b, b_size, 1);
+    const QuadWord low = a0 * b0;
+    const QuadWord first = a1 * b0 + static_cast<DoubleWord>(low >> 64);
+    const QuadWord second = a0 * b1 + static_cast<DoubleWord>(first);
+    const QuadWord high = a1 * b1 + static_cast<DoubleWord>(first >> 64) + static_cast<DoubleWord>(second >> 64);
+    const DoubleWord limbs[] = {static_cast<DoubleWord>(low), static_cast<DoubleWord>(second),
+                                static_cast<DoubleWord>(high), static_cast<DoubleWord>(high >> 64)};
+    for (std::size_t i = 0; 2 * i < size; ++i) store_limb(out, size, i, limbs[i]);
 }
 
 /// Two neighbouring limbs shifted by 0 to 63 bits: what comes to lie in the place of the low one, and of the high one.
