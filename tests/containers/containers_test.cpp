@@ -1,5 +1,5 @@
 // Tests of values in standard containers, wrappers and algorithms: which of them carry a value's width along, and which
-// assign to live elements and so keep the width in place. Sorting, rotating and vectors are in tests/unit/move_test.cpp.
+// assign to live elements and so keep the width in place. Sorting, rotating and vectors: tests/unit/move_test.cpp.
 #include <gtest/gtest.h>
 
 #include <algorithm>
