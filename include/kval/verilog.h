@@ -417,8 +417,9 @@ class VerilogReader {
 
 }  // namespace detail
 
-/// Reads a text ``[width]'[s](b|o|d|h)digits``, in upper or lower case, such as `40'h12345ABCDE`, `8'b0x1z_1010`, `'hFF`,
-/// `8'dX`: from end to end, without blanks. Throws nothing but std::bad_alloc; calls nothing that knows a locale.
+/// Reads a text ``[width]'[s](b|o|d|h)digits``, in upper or lower case, such as `40'h12345ABCDE`, `8'b0x1z_1010`,
+/// `'hFF`, `8'dX`: from end to end, without blanks. Throws nothing but std::bad_alloc, and calls nothing that knows a
+/// locale.
 ///
 /// - Without a width there are 32 bits, or as many as the digits have where these are more. Without an apostrophe the
 ///   text is bad: whether its digits are decimal or hexadecimal would be a guess.

@@ -173,15 +173,6 @@ void read(Operands& o) {
 
 // A moved-from operand gives results that mean nothing, safely.
 Operations moved_from(unsigned, unsigned) {
-    const struct {
-        const char* name;
-        std::function<void(Operands&)> prepare;
-    } cases[] = {{", left moved-from", move_left_away},
-                 {", right moved-from", [](Operands& o) { move_away(o.right); }},
-                 {", both moved-from", [](Operands& o) {
-                      move_away(o.left);
-                      move_away(o.right);
-                  }}};
     const auto nothing = [](Operands&) {};
     const Operation rows[] = {
         {"&", kArraysOfResult, giving([](Operands& o) { return o.left & o.right; })},
@@ -208,12 +199,7 @@ Operations moved_from(unsigned, unsigned) {
         {"comparisons", 0, compare},
         {"comparisons with a number", 0, compare_with_number},
     };
-    Operations table;
-    for (const auto& [name, prepare] : cases) {
-        for (const Operation& row : rows)
-            table.push_back({row.name + name, row.allocations, row.run, prepare, row.temporaries});
-    }
-    return table;
+    return with_moved_from(rows, move_left_away, [](Operands& o) { move_away(o.right); });
 }
 
 Operations access(unsigned l, unsigned) {

@@ -357,15 +357,6 @@ void read(Operands& o) {
 
 // A moved-from operand gives results that mean nothing, safely.
 Operations moved_from(unsigned, unsigned) {
-    const struct {
-        const char* name;
-        std::function<void(Operands&)> prepare;
-    } cases[] = {{", left moved-from", move_left_away},
-                 {", right moved-from", move_right_away},
-                 {", both moved-from", [](Operands& o) {
-                      move_left_away(o);
-                      move_right_away(o);
-                  }}};
     const auto nothing = [](Operands&) {};
     const Operation rows[] = {
         {"S + S", kArraysOfResult, giving([](Operands& o) { return o.signed_left + o.signed_right; })},
@@ -384,11 +375,7 @@ Operations moved_from(unsigned, unsigned) {
         {"comparisons", 0, compare_all},
         {"readers", 0, read},
     };
-    Operations table;
-    for (const auto& [name, prepare] : cases) {
-        for (const Operation& row : rows)
-            table.push_back({row.name + name, row.allocations, row.run, prepare, row.temporaries});
-    }
+    Operations table = with_moved_from(rows, move_left_away, move_right_away);
     for (const auto& division : kDivisions) {
         table.push_back({std::string(division.name) + ", right moved-from", kArraysOfResult, giving(division.divide),
                          move_right_away});

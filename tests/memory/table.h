@@ -30,6 +30,26 @@ inline void make_texts(Operands& o) {
     o.signed_right.as_bin_string();
 }
 
+/// Every row with a moved-from left operand, with a moved-from right one, and with both.
+template <typename Rows>
+Operations with_moved_from(const Rows& rows, void (*move_left)(Operands&), void (*move_right)(Operands&)) {
+    const std::pair<const char*, std::function<void(Operands&)>> cases[] = {
+        {", left moved-from", move_left},
+        {", right moved-from", move_right},
+        {", both moved-from",
+         [=](Operands& o) {
+             move_left(o);
+             move_right(o);
+         }},
+    };
+    Operations table;
+    for (const auto& [name, prepare] : cases) {
+        for (const Operation& row : rows)
+            table.push_back({row.name + name, row.allocations, row.run, prepare, row.temporaries});
+    }
+    return table;
+}
+
 /// An operation that gives a value, kept in o.result.
 template <typename Make>
 Run giving(Make make) {
