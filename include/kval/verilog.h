@@ -42,7 +42,7 @@ class BitsFromTop {
 
     // The next bits, as many as a digit has; the digit if none of them is X, else -1.
     int take(unsigned count) noexcept {
-        if (left_ < count && next_ > 0) refill();
+        if (left_ < count) refill();
         left_ -= count;
         const std::uint64_t used = (std::uint64_t{1} << count) - 1;
         return (mask_ >> left_ & used) != 0 ? -1 : static_cast<int>(bits_ >> left_ & used);
@@ -121,7 +121,7 @@ OutputIterator write_prefix(OutputIterator out, const KVAL_UINTEGER& value, Base
 /// most, and std::bad_alloc where that fails. A moved-from value gives `0'h`.
 inline std::string to_verilog(const KVAL_UINTEGER& value, Base base = Base::kHexadecimal, bool with_prefix = true) {
     std::string text((with_prefix ? prefix_length(value) : 0) + digit_count(value, base), '\0');
-    char* const digits = with_prefix ? write_prefix(&text[0], value, base) : &text[0];
+    char* const digits = with_prefix ? write_prefix(text.data(), value, base) : text.data();
     write_digits(digits, value, base);
     return text;
 }
