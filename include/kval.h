@@ -59,7 +59,7 @@ class KVAL_UINTEGER {
     /// prints as empty text, and takes the width of the next value assigned to it (32 bits for a number).
     KVAL_UINTEGER(KVAL_UINTEGER&& other) noexcept;
     /// A shifted copy, x-mask moved along, flags kept. Left: `other`'s width + `count` bits, so that nothing is lost.
-    /// Right: `other`'s width. Compact forms shift by `count` modulo 32. `count` is not negative.
+    /// Right: `other`'s width; a compact one shifts by `count` modulo 32. `count` is not negative.
     KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool left);
     ~KVAL_UINTEGER();
 
@@ -148,7 +148,7 @@ class KVAL_UINTEGER {
     KVAL_API const char* as_bin_string() const;
     /// Width, bits and cached text from '0', '1' and 'X' characters: "01X0" has one X bit and flag X. One 'X' makes the
     /// whole value X first; then every 0 and 1 sets its bit as set_bit does, flag X included. Other characters leave
-    /// their bit as it was. Null counts as empty: width 1, old bit 0.
+    /// their bit as it was. Flags Z, WL and WH stay. Null counts as empty: width 1, old bit 0.
     KVAL_API KVAL_UINTEGER& set_value_from_bin_string(const char* text);
     /// Width (4 bits a digit), bits and cached text from hexadecimal digits, taken in chunks of eight from the right by
     /// the rules of strtoul. Clears the x-mask, leaves the flags. Null counts as empty: width 1, bit 0 and its X mark

@@ -55,7 +55,7 @@ ensure_packages() {
     local as_root=()
     if ((EUID != 0)); then
         sudo -n true 2>/dev/null ||
-            fail "please install, as root:  apt-get install --no-install-recommends ${missing[*]}"
+            fail "please install, as root:  apt-get update && apt-get install --no-install-recommends ${missing[*]}"
         as_root=(sudo -n)
     fi
     local apt_get=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300)

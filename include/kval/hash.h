@@ -2,6 +2,10 @@
 #ifndef KVAL_HASH_H
 #define KVAL_HASH_H
 
+#if __cplusplus < 201703L
+#error "kval/hash.h needs C++17"
+#endif
+
 #include <kval.h>
 
 #include <cstddef>

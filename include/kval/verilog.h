@@ -3,6 +3,10 @@
 #ifndef KVAL_VERILOG_H
 #define KVAL_VERILOG_H
 
+#if __cplusplus < 201703L
+#error "kval/verilog.h needs C++17"
+#endif
+
 #include <kval.h>
 
 #include <cstddef>
@@ -275,7 +279,7 @@ class VerilogReader {
             if (text_[position_] == '_') continue;
             const Digit digit = digit_of(text_[position_]);
             if (!fits(digit, --left)) return bad(kTooMuch);
-            if (left < places_ && !goes_along(digit)) return bad("L and H beside nothing but X");
+            if (left < places_ && !goes_along(digit)) return bad("the same weak level, or X, at every place");
         }
         first_ = digit_of(text_[first_digit_]);
         return true;

@@ -137,7 +137,7 @@ TEST(FromVerilog, PositionOfTheFirstBadCharacter) {
     const std::string width = "a width of 1 to 2147483616 bits";
     const std::string hexadecimal = "a hexadecimal digit, X, Z, L or H";
     const std::string fit = "digits that fit the width";
-    const std::string weak = "L and H beside nothing but X";
+    const std::string weak = "the same weak level, or X, at every place";
     const struct {
         std::string_view text;
         std::size_t position;
