@@ -19,8 +19,7 @@ int Internals::CompareWide(const KVAL_UINTEGER& v, unsigned number) noexcept {
 bool Internals::IdenticalWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     const View a = Words(l);
     const View b = Words(r);
-    return words::equal(a.value, a.size, b.value, b.size) && words::equal(a.mask, a.size, b.mask, b.size) &&
-           Flags(l) == Flags(r);
+    return words::equal(a.value, a.size, b.value, b.size) && words::equal(a.mask, a.size, b.mask, b.size);
 }
 
 }  // namespace kval::detail

@@ -35,6 +35,8 @@ KVAL_SINTEGER SignedInternals::ProductWide(const KVAL_UINTEGER& a, bool a_negati
         all_x.force_x();
         return all_x;
     }
+    // Where the sum of the widths is too large to be one, a single bit is left.
+    if (width == 1) return Result(1, {a.uint() & b.uint() & 1U, 0}, 0);
     const std::size_t a_scratch = scratch_size(a, a_negative);
     const std::size_t magnitudes = a_scratch + scratch_size(b, b_negative);
     const std::size_t size = word_count(width);
@@ -42,8 +44,6 @@ KVAL_SINTEGER SignedInternals::ProductWide(const KVAL_UINTEGER& a, bool a_negati
     const Internals::View x = magnitude(a, a_negative, scratch.words());
     const Internals::View y = magnitude(b, b_negative, scratch.words() + a_scratch);
     const bool negative = a_negative != b_negative;
-    // Wide operands have a compact product only where the sum of the widths wraps.
-    if (width <= 32) return Product(width, x.value[0], y.value[0], false, negative);
     KVAL_SINTEGER product(width, size, 0);
     words::multiply(product.uvalue.words, size, x.value, x.size, y.value, y.size, scratch.words() + magnitudes);
     std::fill_n(product.xmask.words, size, Word{0});

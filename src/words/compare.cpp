@@ -28,8 +28,7 @@ bool all_zero(const Word* a, std::size_t size) {
 
 bool equal(const Word* a, std::size_t a_size, const Word* b, std::size_t b_size) {
     const std::size_t both = std::min(a_size, b_size);
-    return std::memcmp(a, b, both * sizeof(Word)) == 0 && all_zero(a + both, a_size - both) &&
-           all_zero(b + both, b_size - both);
+    return same(a, b, both) && all_zero(a + both, a_size - both) && all_zero(b + both, b_size - both);
 }
 
 int compare(const Word* a, std::size_t a_size, const Word* b, std::size_t b_size) {

@@ -47,7 +47,7 @@ void multiply_short(Word* out, std::size_t size, const Word* a, std::size_t a_si
     if (b_size <= 2) {
         multiply_one_limb(out, size, limb_at(a, a_size, 0), limb_at(b, b_size, 0));
     } else if (b_size <= 4) {
-        multiply_limbs(out, std::min<std::size_t>(size, 8), a, a_size, b, b_size);
+        store_quads(out, std::min<std::size_t>(size, 8), multiply_quads(load_quad(a, a_size), load_quad(b, b_size)));
         fill_above(out, size, 8);
     } else {
         multiply_rows(out, size, a, a_size, b, b_size);

@@ -5,8 +5,6 @@
 
 namespace kval::words {
 
-__extension__ using QuadWord = unsigned __int128;
-
 inline DoubleWord low_half(QuadWord quad) { return static_cast<DoubleWord>(quad); }
 inline DoubleWord high_half(QuadWord quad) { return static_cast<DoubleWord>(quad >> 2 * kWordBits); }
 

@@ -160,23 +160,50 @@ struct Internals {
         words::combine_limbs(to.value, to.mask, l.uvalue.words, l.xmask.words, r.uvalue.words, r.xmask.words, Size(l),
                              rule);
     }
-    static bool SameShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
-        return words::compare_limbs(l.uvalue.words, r.uvalue.words, Size(l)) == 0 &&
-               words::compare_limbs(l.xmask.words, r.xmask.words, Size(l)) == 0;
+    /// Limb `limb` of both planes.
+    static FourState<DoubleWord> LimbAt(const View& of, std::size_t limb) noexcept {
+        if (limb < of.size / 2) return {words::load_pair(of.value + 2 * limb), words::load_pair(of.mask + 2 * limb)};
+        if (limb == of.size / 2 && of.size % 2 != 0) return {of.value[of.size - 1], of.mask[of.size - 1]};
+        return {0, 0};
     }
-    /// Both planes shifted right by less than the width, to `width` bits in other arrays or in the same ones.
-    static void ShiftRightShort(const Planes& to, unsigned width, const KVAL_UINTEGER& from, unsigned count) noexcept {
+    static void StoreLimb(const Planes& to, std::size_t size, std::size_t limb, FourState<DoubleWord> bits) noexcept {
+        if (limb < size / 2) {
+            words::store_pair(to.value + 2 * limb, bits.value);
+            words::store_pair(to.mask + 2 * limb, bits.mask);
+        } else {
+            to.value[size - 1] = static_cast<Word>(bits.value);
+            to.mask[size - 1] = static_cast<Word>(bits.mask);
+        }
+    }
+    /// Both planes shifted right by less than the width, to `width` bits in other arrays or in the same ones: upwards,
+    /// so that no limb is overwritten before it is read.
+    static void ShiftRightShort(const Planes& to, unsigned width, const View& from, unsigned count) noexcept {
         const std::size_t size = WideSize(width);
-        words::shift_right_limbs(to.value, size, from.uvalue.words, Size(from), count / 64, count % 64);
-        words::shift_right_limbs(to.mask, size, from.xmask.words, Size(from), count / 64, count % 64);
+        const std::size_t skip = count / 64;
+        const unsigned bits = count % 64;
+        FourState<DoubleWord> low = LimbAt(from, skip);
+        for (std::size_t i = 0; 2 * i < size; ++i) {
+            const FourState<DoubleWord> high = LimbAt(from, i + skip + 1);
+            StoreLimb(
+                to, size, i,
+                {words::joined_right(high.value, low.value, bits), words::joined_right(high.mask, low.mask, bits)});
+            low = high;
+        }
         Trim(to, width);
     }
-    /// Both planes shifted left, likewise; nothing is trimmed.
+    /// Both planes shifted left, likewise, downwards; nothing is trimmed.
     static void ShiftLeftShort(const Planes& to, unsigned width, const View& from, unsigned count) noexcept {
         const std::size_t size = WideSize(width);
-        const std::size_t end = (size + 1) / 2;
-        words::shift_left_limbs(to.value, size, from.value, from.size, count / 64, count % 64, end);
-        words::shift_left_limbs(to.mask, size, from.mask, from.size, count / 64, count % 64, end);
+        const std::size_t skip = count / 64;
+        const unsigned bits = count % 64;
+        std::size_t i = (size + 1) / 2;
+        FourState<DoubleWord> high = LimbAt(from, i - 1 - skip);
+        while (i-- != 0) {
+            const FourState<DoubleWord> low = LimbAt(from, i - 1 - skip);
+            StoreLimb(to, size, i,
+                      {words::joined_left(high.value, low.value, bits), words::joined_left(high.mask, low.mask, bits)});
+            high = low;
+        }
     }
 
     // The arrays of new short values.
@@ -248,29 +275,26 @@ struct Internals {
         Trim(planes, width);
         return planes;
     }
-    /// A product of 65 to 128 bits, of operands without flag X.
-    static Planes MulPairs(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-        __extension__ using QuadWord = unsigned __int128;
-        const QuadWord product = static_cast<QuadWord>(LowPair(l)) * LowPair(r);
-        const std::size_t size = WideSize(l.width + r.width);
+    /// A known number of 65 to 256 bits, trimmed in registers: what is stored in parts is slow to read again.
+    static Planes NumberShort(words::QuadWord low, words::QuadWord high, unsigned width) {
+        const words::QuadWord used = ~words::QuadWord{0} >> (-width & 127U);
+        const std::size_t size = WideSize(width);
         const Planes result = TakePlanes(size);
-        words::store_pair(result.value, static_cast<DoubleWord>(product));
-        words::store_pair(result.mask, 0);
-        words::store_limb(result.value, size, 1, static_cast<DoubleWord>(product >> 64));
-        words::store_limb(result.mask, size, 1, 0);
-        Trim(result, l.width + r.width);
+        words::store_quads(result.value, size, {width <= 128 ? low & used : low, high & used});
+        words::store_quads(result.mask, size, {0, 0});
         return result;
+    }
+    /// An operand of up to 128 bits.
+    static words::QuadWord LowQuad(const KVAL_UINTEGER& v) noexcept {
+        const View stored = Words(v);
+        return words::load_quad(stored.value, stored.size);
     }
     /// A product of operands of up to 128 bits, without flag X.
     static Planes MulShort(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-        const View a = Words(l);
-        const View b = Words(r);
-        const std::size_t size = WideSize(l.width + r.width);
-        const Planes result = TakePlanes(size);
-        words::multiply_limbs(result.value, size, a.value, a.size, b.value, b.size);
-        words::fill_limbs(result.mask, 0, size);
-        Trim(result, l.width + r.width);
-        return result;
+        const unsigned width = l.width + r.width;
+        if (UpToPairs(l, r)) return NumberShort(static_cast<words::QuadWord>(LowPair(l)) * LowPair(r), 0, width);
+        const words::QuadPair product = words::multiply_quads(LowQuad(l), LowQuad(r));
+        return NumberShort(product.low, product.high, width);
     }
     static Planes ShlShort(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
         const Planes result = TakePlanes(WideSize(width));
@@ -279,12 +303,13 @@ struct Internals {
     }
     static Planes ShrShort(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
         const Planes result = TakePlanes(WideSize(width));
-        ShiftRightShort(result, width, v, count);
+        ShiftRightShort(result, width, Words(v), count);
         return result;
     }
     /// Less than 0, 0 or more than 0 as `l` is less than, equal to or greater than `r` in value bits, where one of them
-    /// is larger than a pair. What the top words tell of equally long values is told on the spot.
+    /// is wide. What the top words tell of equally long values is told on the spot.
     static int Compared(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        if (UpToPairs(l, r)) return CompareMixed(l, r);
         if (Size(l) == Size(r)) {
             const DoubleWord x = words::load_pair(l.uvalue.words + Size(l) - 2);
             const DoubleWord y = words::load_pair(r.uvalue.words + Size(r) - 2);
@@ -379,26 +404,23 @@ struct Internals {
             return PairResult(width, ShiftedLeft(LowPairs(v), count), Flags(v));
         return KVAL_UINTEGER(v, static_cast<int>(count), true);
     }
-    /// A right shift of a wide value to a result of the given width: wide, and compact.
-    static KVAL_UINTEGER ShrWider(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
-        if (IsPair(v)) return PairResult(width, ShiftedRight(PairOf(v), count, width), Flags(v));
-        return Owner(ShrLarge(v, count, width), width, Flags(v));
+    /// The `width` bits, up to 64, of a wide value from bit `count` up, which is below its width.
+    static FourState<DoubleWord> UpperBits(const KVAL_UINTEGER& v, unsigned count, unsigned width) noexcept {
+        const unsigned bits = count % 64;
+        if (IsPair(v)) {
+            const FourState<DoubleWord> pair = PairOf(v);
+            return PairTrimmed({pair.value >> bits, pair.mask >> bits}, width);
+        }
+        const FourState<DoubleWord> low = LimbAt(Words(v), count / 64);
+        const FourState<DoubleWord> high = LimbAt(Words(v), count / 64 + 1);
+        return PairTrimmed(
+            {words::joined_right(high.value, low.value, bits), words::joined_right(high.mask, low.mask, bits)}, width);
     }
-    /// The `width` bits of a wide value from bit `count` up, which lie in at most two words.
-    static FourState<Word> StraddlingWord(const KVAL_UINTEGER& v, unsigned count, unsigned width) noexcept {
-        // Joined in 64 bits, a shift by 0 needs no case of its own.
-        const std::size_t low = count / 32U;
-        const bool straddles = low + 1 < Size(v);
-        const auto joined = [=](const Word* plane) {
-            const DoubleWord high = straddles ? plane[low + 1] : 0;
-            return static_cast<Word>((high << 32 | plane[low]) >> (count & 31U));
-        };
-        const Word used = TopMask(width);
-        return {joined(v.uvalue.words) & used, joined(v.xmask.words) & used};
-    }
-    static KVAL_UINTEGER ShrToCompact(const KVAL_UINTEGER& v, unsigned count, unsigned width) noexcept {
-        if (count >= v.width) return CompactResult(1, {0, 0}, Flags(v));
-        return CompactResult(width, StraddlingWord(v, count, width), Flags(v));
+    /// A right shift of a wide value to a result of the given width, up to 64.
+    static KVAL_UINTEGER ShrToPair(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
+        const FourState<DoubleWord> bits = count < v.width ? UpperBits(v, count, width) : FourState<DoubleWord>{0, 0};
+        if (width > 32) return PairResult(width, bits, Flags(v));
+        return CompactResult(width, {static_cast<Word>(bits.value), static_cast<Word>(bits.mask)}, Flags(v));
     }
     /// The sum of operands of which one is wide.
     static KVAL_UINTEGER AddWider(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
@@ -504,16 +526,23 @@ struct Internals {
     }
     __attribute__((noinline)) static KVAL_UINTEGER& ShrAssignLarge(KVAL_UINTEGER& v, unsigned count) noexcept {
         if (!IsShort(v) || count >= v.width) return v.ShrAssignWide(count);
-        ShiftRightShort(PlanesOf(v), v.width, v, count);
+        ShiftRightShort(PlanesOf(v), v.width, Words(v), count);
         v.DeleteString();
         return v;
+    }
+    /// Of a pair and a compact value.
+    __attribute__((noinline)) static int CompareMixed(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+        return LowPair(l) < LowPair(r) ? -1 : static_cast<int>(LowPair(l) > LowPair(r));
     }
     __attribute__((noinline)) static int CompareLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
         const bool few = Size(l) == Size(r) && Size(l) <= 64;
         return few ? words::compare_limbs(l.uvalue.words, r.uvalue.words, Size(l)) : CompareWide(l, r);
     }
     __attribute__((noinline)) static bool IdenticalLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
-        return Short(l, r) ? SameShort(l, r) && Flags(l) == Flags(r) : IdenticalWide(l, r);
+        if (Flags(l) != Flags(r)) return false;
+        if (Size(l) != Size(r)) return IdenticalWide(l, r);
+        return words::same(l.uvalue.words, r.uvalue.words, Size(l)) &&
+               words::same(l.xmask.words, r.xmask.words, Size(l));
     }
     __attribute__((noinline)) static Planes CopiedLarge(const KVAL_UINTEGER& v) {
         return IsShort(v) ? CopiedShort(v) : CopiedWide(v);
@@ -540,7 +569,7 @@ struct Internals {
     __attribute__((noinline)) static Planes MulLarge(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
         if (l.width > 128 || r.width > 128) return MulWide(l, r);
         if (l.is_x() || r.is_x()) return AllXShort(l.width + r.width);
-        return UpToPairs(l, r) ? MulPairs(l, r) : MulShort(l, r);
+        return MulShort(l, r);
     }
     /// Left shifts to a width of which nothing was cut.
     __attribute__((noinline)) static Planes ShlLarge(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
@@ -587,7 +616,8 @@ inline KVAL_UINTEGER::KVAL_UINTEGER(std::uint32_t value, std::uint32_t mask, uns
 
 inline KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bit_width)
     : width(AtLeastOne(bit_width)), text_cache(nullptr), flags(0), capacity(0) {
-    if (IsCompact()) {
+    // The shortest work takes the straight way.
+    if (__builtin_expect(IsCompact(), true)) {
         uvalue.word = value & TopMask(width);
         xmask.word = 0;
     } else if (kval::detail::Internals::IsPair(width)) {
@@ -1025,10 +1055,11 @@ inline KVAL_UINTEGER operator<<(const KVAL_UINTEGER& v, unsigned count) {
 inline KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
     using kval::detail::Internals;
     const unsigned width = count < v.bitwidth() ? v.bitwidth() - count : 1;
-    if (!v.IsCompact())
-        return width <= 32 ? Internals::ShrToCompact(v, count, width) : Internals::ShrWider(v, count, width);
-    return Internals::TrimmedResult(width, {v.uint() >> (count & 31U), Internals::LowMask(v) >> (count & 31U)},
-                                    Internals::Flags(v));
+    if (v.IsCompact())
+        return Internals::TrimmedResult(width, {v.uint() >> (count & 31U), Internals::LowMask(v) >> (count & 31U)},
+                                        Internals::Flags(v));
+    if (width <= 64) return Internals::ShrToPair(v, count, width);
+    return Internals::Owner(Internals::ShrLarge(v, count, width), width, Internals::Flags(v));
 }
 
 // ---- multiplication, division, remainder ----
@@ -1058,13 +1089,15 @@ inline KVAL_UINTEGER operator%(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
 inline bool operator>(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     using kval::detail::Internals;
     if (Internals::Compact(l, r)) return l.uint() > r.uint();
-    return Internals::UpToPairs(l, r) ? Internals::LowPair(l) > Internals::LowPair(r) : Internals::Compared(l, r) > 0;
+    if (Internals::Pairs(l, r)) return Internals::LowPair(l) > Internals::LowPair(r);
+    return Internals::Compared(l, r) > 0;
 }
 
 inline bool operator>=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     using kval::detail::Internals;
     if (Internals::Compact(l, r)) return l.uint() >= r.uint();
-    return Internals::UpToPairs(l, r) ? Internals::LowPair(l) >= Internals::LowPair(r) : Internals::Compared(l, r) >= 0;
+    if (Internals::Pairs(l, r)) return Internals::LowPair(l) >= Internals::LowPair(r);
+    return Internals::Compared(l, r) >= 0;
 }
 
 inline bool operator<(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept { return r > l; }
@@ -1089,12 +1122,15 @@ inline bool operator<=(unsigned number, const KVAL_UINTEGER& v) noexcept { retur
 
 inline bool KVAL_UINTEGER::operator==(const KVAL_UINTEGER& other) const noexcept {
     using kval::detail::Internals;
-    if (!Internals::UpToPairs(*this, other))
+    // Value bits first: they tell most different values apart.
+    if (Internals::Compact(*this, other))
+        return uvalue.word == other.uvalue.word && xmask.word == other.xmask.word &&
+               Internals::Flags(*this) == Internals::Flags(other);
+    if (!Internals::Pairs(*this, other))
         return Internals::LowPair(*this) == Internals::LowPair(other) && Internals::IdenticalLarge(*this, other);
-    if (Internals::Flags(*this) != Internals::Flags(other)) return false;
-    if (Internals::Compact(*this, other)) return uvalue.word == other.uvalue.word && xmask.word == other.xmask.word;
     return Internals::LowPair(*this) == Internals::LowPair(other) &&
-           Internals::LowPairMask(*this) == Internals::LowPairMask(other);
+           Internals::LowPairMask(*this) == Internals::LowPairMask(other) &&
+           Internals::Flags(*this) == Internals::Flags(other);
 }
 
 inline bool KVAL_UINTEGER::operator==(unsigned number) const noexcept {

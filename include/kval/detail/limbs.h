@@ -127,21 +127,36 @@ inline void store_limb(Word* words, std::size_t size, std::size_t limb, DoubleWo
     }
 }
 
-/// out = a * b, of up to four words each, cut to `size` words of the eight.
-inline void multiply_limbs(Word* out, std::size_t size, const Word* a, std::size_t a_size, const Word* b,
-                           std::size_t b_size) noexcept {
-    __extension__ using QuadWord = unsigned __int128;
-    const QuadWord a0 = limb_at(a, a_size, 0);
-    const QuadWord a1 = limb_at(a, a_size, 1);
-    const DoubleWord b0 = limb_at(b, b_size, 0);
-    const DoubleWord b1 = limb_at(b, b_size, 1);
+__extension__ using QuadWord = unsigned __int128;
+
+/// The number in up to four words.
+inline QuadWord load_quad(const Word* words, std::size_t size) noexcept {
+    return static_cast<QuadWord>(limb_at(words, size, 1)) << 64 | limb_at(words, size, 0);
+}
+
+/// Four words, and four more above them.
+struct QuadPair {
+    QuadWord low;
+    QuadWord high;
+};
+
+inline QuadPair multiply_quads(QuadWord a, QuadWord b) noexcept {
+    const QuadWord a0 = static_cast<DoubleWord>(a);
+    const QuadWord b0 = static_cast<DoubleWord>(b);
     const QuadWord low = a0 * b0;
-    const QuadWord first = a1 * b0 + static_cast<DoubleWord>(low >> 64);
-    const QuadWord second = a0 * b1 + static_cast<DoubleWord>(first);
-    const QuadWord high = a1 * b1 + static_cast<DoubleWord>(first >> 64) + static_cast<DoubleWord>(second >> 64);
-    const DoubleWord limbs[] = {static_cast<DoubleWord>(low), static_cast<DoubleWord>(second),
-                                static_cast<DoubleWord>(high), static_cast<DoubleWord>(high >> 64)};
-    for (std::size_t i = 0; 2 * i < size; ++i) store_limb(out, size, i, limbs[i]);
+    const QuadWord first = (a >> 64) * b0 + (low >> 64);
+    const QuadWord second = a0 * (b >> 64) + static_cast<DoubleWord>(first);
+    const QuadWord high = (a >> 64) * (b >> 64) + (first >> 64) + (second >> 64);
+    return {second << 64 | static_cast<DoubleWord>(low), high};
+}
+
+/// Stores as many words as there are, three at least, of the eight. Inline always: as an argument, the number would pass
+/// through memory.
+__attribute__((always_inline)) inline void store_quads(Word* words, std::size_t size, const QuadPair& quads) noexcept {
+    store_limb(words, size, 0, static_cast<DoubleWord>(quads.low));
+    store_limb(words, size, 1, static_cast<DoubleWord>(quads.low >> 64));
+    if (size > 4) store_limb(words, size, 2, static_cast<DoubleWord>(quads.high));
+    if (size > 6) store_limb(words, size, 3, static_cast<DoubleWord>(quads.high >> 64));
 }
 
 /// Two neighbouring limbs shifted by 0 to 63 bits: what comes to lie in the place of the low one, and of the high one.
@@ -174,6 +189,11 @@ inline void shift_left_limbs(Word* out, std::size_t out_size, const Word* in, st
         store_limb(out, out_size, end - 1, joined_left(high, low, bits));
         high = low;
     }
+}
+
+/// Whether all `size` words are the same.
+inline bool same(const Word* a, const Word* b, std::size_t size) noexcept {
+    return __builtin_memcmp(a, b, size * sizeof(Word)) == 0;
 }
 
 /// Less than 0, 0 or more than 0 as `a` is less than, equal to or greater than `b`, from the top down.

@@ -60,6 +60,15 @@ struct SignedInternals {
 
     /// The value bit at width - 1, X or not.
     static bool Negative(const KVAL_SINTEGER& v) noexcept { return Internals::TopBit(v); }
+    /// A bit's place in its unit of some words.
+    template <typename Unit>
+    static unsigned Place(unsigned bit) noexcept {
+        return bit % (8 * static_cast<unsigned>(sizeof(Unit)));
+    }
+    template <typename Unit>
+    static bool Negative(Unit value, unsigned width) noexcept {
+        return (value >> Place<Unit>(width - 1) & 1U) != 0;
+    }
     static const KVAL_UINTEGER& Unsigned(const KVAL_SINTEGER& v) noexcept { return v; }
     static bool Wide(const KVAL_UINTEGER& a, const KVAL_UINTEGER& b) noexcept { return !Internals::Compact(a, b); }
     static unsigned CommonWidth(const KVAL_UINTEGER& a, const KVAL_UINTEGER& b) noexcept {
@@ -199,31 +208,57 @@ struct SignedInternals {
     static KVAL_SINTEGER ShrWider(const KVAL_SINTEGER& a, unsigned count) {
         const unsigned width = a.width - count;
         const unsigned flags = Internals::Flags(a);
-        if (width <= 32) return Result(width, Internals::StraddlingWord(a, count, width), flags);
-        if (!Internals::IsPair(a)) return Owner(Internals::ShrLarge(a, count, width), width, flags);
-        const FourState<DoubleWord> bits = Internals::ShiftedRight(Internals::PairOf(a), count, width);
-        return PairResult(width, bits.value, bits.mask, flags);
-    }
-    /// A negative value of up to 64 bits, extended to all of them.
-    static DoubleWord Filled(const KVAL_SINTEGER& v) noexcept {
-        return Internals::LowPair(v) | ~DoubleWord{0} << ((v.bitwidth() - 1) & 63U);
+        if (width > 64) return Owner(Internals::ShrLarge(a, count, width), width, flags);
+        const FourState<DoubleWord> bits = Internals::UpperBits(a, count, width);
+        return LargeResult({width, bits.value, bits.mask, flags});
     }
     /// The magnitude of a value of up to 64 bits, as a number of its own width.
     static DoubleWord Magnitude(const KVAL_SINTEGER& v) noexcept {
         const DoubleWord low = Internals::LowPair(v);
         return Negative(v) ? (0 - low) & ~DoubleWord{0} >> (-v.bitwidth() & 63U) : low;
     }
-    /// The product of two magnitudes that is not wider than 64 bits; X as the base's product gives it.
-    static KVAL_SINTEGER Product(unsigned width, DoubleWord a, DoubleWord b, bool x, bool negative) {
+    /// An operand of up to 64 bits, extended to all of them.
+    static DoubleWord Number(const KVAL_SINTEGER& v) noexcept {
+        return Internals::LowPair(v) | (0 - static_cast<DoubleWord>(Negative(v))) << ((v.bitwidth() - 1) & 63U);
+    }
+    static DoubleWord Number(const KVAL_UINTEGER& v) noexcept { return Internals::LowPair(v); }
+    /// A product that is not wider than 64 bits; X as the base's product gives it.
+    template <typename Right>
+    static Register Product(const KVAL_SINTEGER& a, const Right& b) noexcept {
+        const unsigned width = a.width + b.bitwidth();
         const DoubleWord used = ~DoubleWord{0} >> (-width & 63U);
-        const DoubleWord product = (negative ? 0 - a * b : a * b) & used;
-        return x ? LargeResult({width, 0, used, KVAL_UINTEGER::kX}) : LargeResult({width, product, 0, 0});
+        if (a.is_x() || b.is_x()) return {width, 0, used, KVAL_UINTEGER::kX};
+        return {width, Number(a) * Number(b) & used, 0, 0};
     }
-    static KVAL_SINTEGER Product(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
-        return Product(a.width + b.width, Magnitude(a), Magnitude(b), a.is_x() || b.is_x(), Negative(a) != Negative(b));
+
+    /// An operand of up to 64 bits, extended to 128.
+    static words::QuadWord ExtendedPair(const KVAL_SINTEGER& v) noexcept {
+        const DoubleWord sign = 0 - static_cast<DoubleWord>(Negative(v));
+        return static_cast<words::QuadWord>(sign) << 64 | Number(v);
     }
-    static KVAL_SINTEGER Product(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
-        return Product(a.width + b.width, Magnitude(a), Internals::LowPair(b), a.is_x() || b.is_x(), Negative(a));
+    static words::QuadWord ExtendedPair(const KVAL_UINTEGER& v) noexcept { return Internals::LowPair(v); }
+    /// An operand of up to 128 bits, extended to all of them, and the ones that say whether it is negative.
+    struct Quad {
+        explicit Quad(const KVAL_SINTEGER& v) noexcept
+            : sign(words::QuadWord{0} - static_cast<words::QuadWord>(Negative(v))),
+              number(Internals::LowQuad(v) | sign << ((v.bitwidth() - 1) & 127U)) {}
+        explicit Quad(const KVAL_UINTEGER& v) noexcept : sign(0), number(Internals::LowQuad(v)) {}
+
+        words::QuadWord sign;
+        words::QuadWord number;
+    };
+    /// A product of operands of up to 128 bits, without flag X. Each negative operand counts 2^128 too much, which
+    /// multiplies the other one.
+    template <typename Right>
+    static Planes MulShort(const KVAL_SINTEGER& l, const Right& r) {
+        const unsigned width = l.width + r.bitwidth();
+        // The product of two pairs has no more than 128 bits.
+        if (Internals::UpToPairs(l, r)) return Internals::NumberShort(ExtendedPair(l) * ExtendedPair(r), 0, width);
+        const Quad a(l);
+        const Quad b(r);
+        const words::QuadPair product = words::multiply_quads(a.number, b.number);
+        const words::QuadWord excess = (a.sign & b.number) + (b.sign & a.number);
+        return Internals::NumberShort(product.low, product.high - excess, width);
     }
 
     // ---- sums and differences by the rules of each operator, of operands of up to 64 bits ----
@@ -255,6 +290,20 @@ struct SignedInternals {
         return (top != 0 ? top - count : OnesFrom(32U - count)) & 31U;
     }
 
+    /// In place, of a negative pair.
+    static KVAL_SINTEGER& ShrAssignPair(KVAL_SINTEGER& v, unsigned count) noexcept {
+        FourState<DoubleWord> bits = Internals::PairOf(v);
+        if (ShiftedOut(v.width, count)) {
+            bits.value = ~DoubleWord{0};
+        } else {
+            bits = Internals::ShiftedRight(bits, count, v.width);
+            const unsigned whole = FilledWords(v.get_top(), count);
+            bits.value |= ~DoubleWord{0} << (whole < 2 ? 32 - 32 * whole + FillStart(v.get_top(), count) : 0);
+        }
+        Internals::ChangedPair(v, bits);
+        return v;
+    }
+
     // ---- division ----
 
     static unsigned MaximumNegative(unsigned width) noexcept { return 1U << ((width - 1) & 31U); }
@@ -281,6 +330,7 @@ struct SignedInternals {
     static Quotient SignedQuotient(bool negative, unsigned magnitude, unsigned width) noexcept {
         return {false, negative ? 0U - magnitude : magnitude, width};
     }
+    static bool QuotientOverflows(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
     static Quotient Divide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
     static Quotient Divide(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b);
     static Quotient Divide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
@@ -292,7 +342,7 @@ struct SignedInternals {
     static Quotient EuclideanRemainder(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
     static Quotient EuclideanRemainder(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
     static KVAL_SINTEGER Result(const Quotient& quotient, unsigned width) {
-        if (width > 32) return KVAL_SINTEGER(DivisionWide(quotient, width));
+        if (width > 32) return Owner(DivisionWide(quotient, width), width, quotient.is_x ? Internals::WithX(0) : 0);
         if (quotient.is_x) return KVAL_SINTEGER(Internals::AllXResult(width, 0, 0));
         return Result(width, {StoredBits(quotient, width), 0}, 0);
     }
@@ -357,10 +407,13 @@ struct SignedInternals {
         }
         return SubWide(a, b);
     }
-    /// A product that is not compact.
+    /// A product that is wider than 64 bits.
     template <typename Right>
     __attribute__((noinline)) static KVAL_SINTEGER MulLarge(const KVAL_SINTEGER& a, const Right& b) {
-        return Internals::UpToPairs(a, b) && a.width + b.bitwidth() <= 64 ? Product(a, b) : MulWide(a, b);
+        const unsigned width = a.width + b.bitwidth();
+        if (a.width > 128 || b.bitwidth() > 128) return MulWide(a, b);
+        if (a.is_x() || b.is_x()) return Owner(Internals::AllXShort(width), width, KVAL_UINTEGER::kX);
+        return Owner(MulShort(a, b), width, 0);
     }
     __attribute__((noinline)) static KVAL_SINTEGER& AssignLarge(KVAL_SINTEGER& v, const KVAL_SINTEGER& other) noexcept {
         v.CopyFlags(other);
@@ -375,24 +428,75 @@ struct SignedInternals {
         }
         return v;
     }
-    __attribute__((noinline)) static bool EqualNegativeLarge(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
-        if (!Short(a, b)) return EqualNegativeWide(a, b);
+    /// Whether two values of one width with these bits are equal. Equal numbers that are negative are so by their value
+    /// bits alone: x-masks and flags play no part, and neither do bits above the width. Without a branch on the sign,
+    /// which is hard to foretell.
+    template <typename Unit>
+    __attribute__((always_inline)) static bool Equal(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b, FourState<Unit> x,
+                                                     FourState<Unit> y) noexcept {
+        const Unit value = x.value ^ y.value;
+        if (value << Place<Unit>(-a.width) != 0) return false;
+        const Unit others = value | (x.mask ^ y.mask) | (Internals::Flags(a) ^ Internals::Flags(b));
+        return (static_cast<unsigned>(Negative(x.value, a.width)) | static_cast<unsigned>(others == 0)) != 0;
+    }
+    /// Whether one of two values of one width with these value bits is less than the other, likewise. Negative patterns
+    /// order as unsigned numbers do; bits above the width count.
+    template <typename Unit>
+    __attribute__((always_inline)) static bool Less(Unit x, Unit y, unsigned width) noexcept {
+        const unsigned less = static_cast<unsigned>(x < y);
+        const unsigned negative = static_cast<unsigned>(Negative(x, width));
+        return (negative == static_cast<unsigned>(Negative(y, width)) ? less : negative) != 0;
+    }
+    /// The same of more than 64 bits. The top words tell, or are equal, and with them the signs.
+    static bool LessLarge(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+        const std::size_t top = Internals::Size(a) - 2;
+        const DoubleWord x = words::load_pair(a.uvalue.words + top);
+        const DoubleWord y = words::load_pair(b.uvalue.words + top);
+        return x == y ? Internals::CompareLarge(a, b) < 0 : Less(x, y, 33U + (a.width - 1) % 32U);
+    }
+    /// Whether they are equal, of different widths.
+    __attribute__((noinline)) static bool EqualExtended(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+        const bool negative = Negative(a);
+        if (negative != Negative(b)) return false;
+        if (!negative) return Unsigned(a) == Unsigned(b);
+        return Internals::UpToPairs(a, b) ? Number(a) == Number(b) : EqualNegativeWide(a, b);
+    }
+    /// Whether one is less than the other, of different widths.
+    __attribute__((noinline)) static bool LessExtended(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+        const bool negative = Negative(a);
+        if (negative != Negative(b)) return negative;
+        if (!negative) return Unsigned(a) < Unsigned(b);
+        if (!Internals::UpToPairs(a, b)) return LessNegativeWide(a, b);
+        const unsigned width = CommonWidth(a, b);
+        return Extended(a, width).value < Extended(b, width).value;
+    }
+    /// Of one width, of more than 64 bits.
+    __attribute__((noinline)) static bool EqualLarge(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+        const bool negative = Negative(a);
+        if (negative != Negative(b)) return false;
+        if (!negative) return Internals::IdenticalLarge(a, b);
         const std::size_t top = Internals::Size(a) - 1;
-        return words::compare_limbs(a.uvalue.words, b.uvalue.words, top) == 0 &&
+        return words::same(a.uvalue.words, b.uvalue.words, top) &&
                ((a.uvalue.words[top] ^ b.uvalue.words[top]) & Internals::TopMask(a.width)) == 0;
     }
-    /// In place, of a negative pair.
-    __attribute__((noinline)) static KVAL_SINTEGER& ShrAssignPair(KVAL_SINTEGER& v, unsigned count) noexcept {
-        FourState<DoubleWord> bits = Internals::PairOf(v);
-        if (ShiftedOut(v.width, count)) {
-            bits.value = ~DoubleWord{0};
-        } else {
-            bits = Internals::ShiftedRight(bits, count, v.width);
-            const unsigned whole = FilledWords(v.get_top(), count);
-            bits.value |= ~DoubleWord{0} << (whole < 2 ? 32 - 32 * whole + FillStart(v.get_top(), count) : 0);
-        }
-        Internals::ChangedPair(v, bits);
-        return v;
+    template <typename Right>
+    static KVAL_SINTEGER Mul(const KVAL_SINTEGER& a, const Right& b) {
+        const unsigned width = a.width + b.bitwidth();
+        if (!Wide(a, b) && width <= 32) return CompactResult(Product(a, b));
+        return Internals::UpToPairs(a, b) && width <= 64 ? LargeResult(Product(a, b)) : MulLarge(a, b);
+    }
+
+    /// A right shift by the width or more.
+    __attribute__((noinline)) static KVAL_SINTEGER ShrOut(const KVAL_SINTEGER& a, unsigned count) {
+        const int rest = static_cast<int>(a.width - count);
+        if (rest <= 0 && Negative(a)) return Result(1, {1, 0}, 0);
+        // Deliberate: a compact value is shifted modulo 32 and not trimmed, and has no flags. Of a wide one the flags
+        // alone are left.
+        const Word bits = a.IsCompact() ? a.uvalue.word >> (count & 31U) : 0;
+        const unsigned flags = a.IsCompact() ? 0 : Internals::Flags(a);
+        const unsigned width = rest < 1 ? 1 : static_cast<unsigned>(rest);
+        if (width <= 32) return Result(width, {bits, 0}, flags);
+        return Owner(Internals::ConstructedWide(bits, width), width, flags);
     }
 
     static KVAL_SINTEGER Room(unsigned width, unsigned flags);
@@ -410,7 +514,7 @@ struct SignedInternals {
     static KVAL_SINTEGER ProductWide(const KVAL_UINTEGER& a, bool a_negative, const KVAL_UINTEGER& b, bool b_negative);
     KVAL_API static KVAL_SINTEGER MulWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
     KVAL_API static KVAL_SINTEGER MulWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
-    KVAL_API static KVAL_SINTEGER DivisionWide(const Quotient& quotient, unsigned width);
+    KVAL_API static Planes DivisionWide(Quotient quotient, unsigned width);
     /// Equality of two negative values, and order of two whose widths differ.
     KVAL_API static bool EqualNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
     KVAL_API static bool LessNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
@@ -695,33 +799,22 @@ inline KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
 // ---- multiplication and shifts ----
 
 inline KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
-    using kval::detail::SignedInternals;
-    const unsigned width = a.bitwidth() + b.bitwidth();
-    if (SignedInternals::Wide(a, b) || width > 32) return SignedInternals::MulLarge(a, b);
-    return SignedInternals::Product(a, b);
+    return kval::detail::SignedInternals::Mul(a, b);
 }
 
 inline KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
-    using kval::detail::SignedInternals;
-    const unsigned width = a.bitwidth() + b.bitwidth();
-    if (SignedInternals::Wide(a, b) || width > 32) return SignedInternals::MulLarge(a, b);
-    return SignedInternals::Product(a, b);
+    return kval::detail::SignedInternals::Mul(a, b);
 }
 
 inline KVAL_SINTEGER operator*(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { return b * a; }
 
 inline KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count) {
     using kval::detail::SignedInternals;
-    const int rest = static_cast<int>(a.bitwidth() - count);
-    if (rest <= 0 && SignedInternals::Negative(a)) return SignedInternals::Result(1, {1, 0}, 0);
+    const unsigned width = a.bitwidth() - count;
+    // Deliberate: of a compact value neither X bits nor flags come along.
+    if (a.IsCompact() && width - 1U < 32U) return SignedInternals::Result(width, {a.uint() >> (count & 31U), 0}, 0);
     if (!a.IsCompact() && count < a.bitwidth()) return SignedInternals::ShrWider(a, count);
-    // Deliberate: a compact value is not trimmed, which shows for counts of 32 and more, and neither X bits nor flags
-    // come along. Of a wide one the flags alone are left.
-    const std::uint32_t bits = a.IsCompact() ? a.uint() >> (count & 31U) : 0;
-    const unsigned flags = a.IsCompact() ? 0 : kval::detail::Internals::Flags(a);
-    const unsigned width = rest < 1 ? 1 : static_cast<unsigned>(rest);
-    if (width <= 32) return SignedInternals::Result(width, {bits, 0}, flags);
-    return SignedInternals::Owner(kval::detail::Internals::ConstructedWide(bits, width), width, flags);
+    return SignedInternals::ShrOut(a, count);
 }
 
 inline KVAL_SINTEGER& KVAL_SINTEGER::operator>>=(unsigned count) noexcept {
@@ -752,11 +845,16 @@ inline KVAL_SINTEGER& KVAL_SINTEGER::operator>>=(unsigned count) noexcept {
 namespace kval {
 namespace detail {
 
+/// Whether the most negative number is divided by -1.
+inline bool SignedInternals::QuotientOverflows(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+    return static_cast<int>(Number(b)) == -1 && a.negative() && a.absolute_value() >= a.maximum_negative();
+}
+
 inline Quotient SignedInternals::Divide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
     if (b.uint() == 0) return X();
     if (Wide(a, b)) ThrowDivideUnsignedWidth();
-    if (a.negative() && a.absolute_value() >= a.maximum_negative() && b.signed_value() == -1) return X();
-    return {false, static_cast<unsigned>(a.signed_value() / b.signed_value()), 32};
+    if (QuotientOverflows(a, b)) return X();
+    return {false, static_cast<unsigned>(static_cast<int>(Number(a)) / static_cast<int>(Number(b))), 32};
 }
 
 inline Quotient SignedInternals::Divide(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
@@ -777,10 +875,10 @@ inline Quotient SignedInternals::Divide(const KVAL_SINTEGER& a, const KVAL_UINTE
 inline Quotient SignedInternals::Remainder(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
     if (b.uint() == 0) return X();
     if (Wide(a, b)) ThrowRemainderWidth();
-    if (Divide(a, b).is_x) return X();
+    if (QuotientOverflows(a, b)) return X();
     // Deliberate: the range is tested with the divisor's bits, not with its magnitude.
     if (OutOfRange(a, a.absolute_value() % b.uint(), b.bitwidth())) return X();
-    return {false, static_cast<unsigned>(a.signed_value() % b.signed_value()), b.bitwidth()};
+    return {false, static_cast<unsigned>(static_cast<int>(Number(a)) % static_cast<int>(Number(b))), b.bitwidth()};
 }
 
 inline Quotient SignedInternals::Remainder(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
@@ -897,12 +995,10 @@ inline KVAL_SINTEGER posr_mod(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { 
 inline bool operator==(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     using kval::detail::Internals;
     using kval::detail::SignedInternals;
-    const bool negative = SignedInternals::Negative(a);
-    if (negative != SignedInternals::Negative(b)) return false;
-    if (!negative) return SignedInternals::Unsigned(a) == SignedInternals::Unsigned(b);
-    // Value bits only, sign-extended: x-masks and flags play no part, and neither do bits above the width.
-    if (!Internals::UpToPairs(a, b)) return SignedInternals::EqualNegativeLarge(a, b);
-    return SignedInternals::Filled(a) == SignedInternals::Filled(b);
+    if (a.bitwidth() != b.bitwidth()) return SignedInternals::EqualExtended(a, b);
+    if (a.IsCompact()) return SignedInternals::Equal(a, b, Internals::LowWord(a), Internals::LowWord(b));
+    if (Internals::IsPair(a)) return SignedInternals::Equal(a, b, Internals::PairOf(a), Internals::PairOf(b));
+    return Internals::LowPair(a) == Internals::LowPair(b) && SignedInternals::EqualLarge(a, b);
 }
 
 inline bool operator==(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept {
@@ -913,14 +1009,12 @@ inline bool operator==(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept 
 inline bool operator==(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept { return b == a; }
 
 inline bool operator<(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+    using kval::detail::Internals;
     using kval::detail::SignedInternals;
-    const bool negative = SignedInternals::Negative(a);
-    if (negative != SignedInternals::Negative(b)) return negative;
-    // At one width, negative patterns order as unsigned numbers do; bits above the width count.
-    const unsigned width = SignedInternals::CommonWidth(a, b);
-    if (!negative || a.bitwidth() == b.bitwidth()) return SignedInternals::Unsigned(a) < SignedInternals::Unsigned(b);
-    if (!kval::detail::Internals::UpToPairs(a, b)) return SignedInternals::LessNegativeWide(a, b);
-    return SignedInternals::Extended(a, width).value < SignedInternals::Extended(b, width).value;
+    if (a.bitwidth() != b.bitwidth()) return SignedInternals::LessExtended(a, b);
+    if (a.IsCompact()) return SignedInternals::Less(a.uint(), b.uint(), a.bitwidth());
+    if (Internals::IsPair(a)) return SignedInternals::Less(Internals::LowPair(a), Internals::LowPair(b), a.bitwidth());
+    return SignedInternals::LessLarge(a, b);
 }
 
 inline bool operator<(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept {
