@@ -150,7 +150,7 @@ inline QuadPair multiply_quads(QuadWord a, QuadWord b) noexcept {
     return {second << 64 | static_cast<DoubleWord>(low), high};
 }
 
-/// Stores as many words as there are, three at least, of the eight. Inline always: as an argument, the number would pass
+/// Stores as many words as there are, three at least, of the eight. Inline always: as an argument, the number would go
 /// through memory.
 __attribute__((always_inline)) inline void store_quads(Word* words, std::size_t size, const QuadPair& quads) noexcept {
     store_limb(words, size, 0, static_cast<DoubleWord>(quads.low));
