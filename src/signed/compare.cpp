@@ -1,4 +1,4 @@
-// Equality and order of negative values where one is wide.
+// Equality and order of negative values of different widths, one of them wide.
 #include "words/compare.h"
 
 #include "kval.h"

@@ -597,6 +597,7 @@ struct Internals {
     KVAL_API static Planes ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width);
     KVAL_API static int CompareWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
     KVAL_API static int CompareWide(const KVAL_UINTEGER& v, unsigned number) noexcept;
+    /// Whether both planes hold the same bits, in unlike numbers of words; the caller has compared the flags.
     KVAL_API static bool IdenticalWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept;
     [[noreturn]] KVAL_API static void ThrowDivideWidth();
     [[noreturn]] KVAL_API static void ThrowRemainderWidth();

@@ -515,7 +515,7 @@ struct SignedInternals {
     KVAL_API static KVAL_SINTEGER MulWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b);
     KVAL_API static KVAL_SINTEGER MulWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b);
     KVAL_API static Planes DivisionWide(Quotient quotient, unsigned width);
-    /// Equality of two negative values, and order of two whose widths differ.
+    /// Equality and order of two negative values of different widths, one of more than 64 bits.
     KVAL_API static bool EqualNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
     KVAL_API static bool LessNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept;
     [[noreturn]] KVAL_API static void ThrowDivideUnsignedWidth();
