@@ -6,6 +6,12 @@
 
 namespace {
 
+#ifdef __clang__
+const char* const kCompiler = __VERSION__;
+#else
+const char* const kCompiler = "g++ " __VERSION__;
+#endif
+
 bool selects(const std::string& filter, const std::string& name) {
     const bool negated = !filter.empty() && filter[0] == '-';
     return std::regex_search(name, std::regex(filter.substr(negated ? 1 : 0), std::regex::extended)) != negated;
@@ -21,6 +27,7 @@ void add(bench::Benchmark& benchmark) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    benchmark::AddCustomContext("compiler", kCompiler);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     std::string filter = benchmark::GetBenchmarkFilter();

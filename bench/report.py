@@ -1,6 +1,6 @@
 """Evaluates the runs of kval_bench: ratios, the table of goals, and the pages and pictures of docs/performance.
 
-usage: report.py groups NAMES | ratios RESULT... | goals RESULTS_FOLDER [--docs FOLDER] [--memory FILE]
+usage: report.py groups NAMES | ratios RESULT... | goals RESULTS_FOLDER [--docs FOLDER --run COMMAND] [--memory FILE]
 """
 import argparse
 import collections
@@ -161,6 +161,10 @@ def cell_row(cell):
     return [cell.family, cell.column, goal, number(cell.ratio), verdict, cell.where]
 
 
+def met_line(cells):
+    return f"{sum(cell_row(cell)[4] == 'met' for cell in cells)} of {len(cells)} met"
+
+
 HEADINGS = ["family", "column", "goal", "measured", "", "worst at"]
 
 
@@ -221,7 +225,7 @@ def groups(names):
 def machine_line(results):
     context = results.machine
     caches = ", ".join(f"L{c['level']} {c['type'].lower()} {c['size'] // 1024} KiB" for c in context["caches"])
-    return f"{context['num_cpus']} CPUs at {context['mhz_per_cpu']} MHz; {caches}."
+    return f"{context['num_cpus']} CPUs at {context['mhz_per_cpu']} MHz; {caches}; {context['compiler']}."
 
 
 def draw(results, folder, picture, operations):
@@ -296,18 +300,30 @@ def memory_tables(file):
     return peak, table
 
 
-def write_pages(results, cells, folder, memory):
+LEGEND = f"""\
+Where several operations, widths or sets of operands fall into a cell, it shows the worst. A column speaks of the result's width.
+
+- `hand` is [the code of hand.h](../../bench/hand.h), which above 64 bits writes into arrays that it has, and `pair2` two
+  `new[]`/`delete[]` pairs of the result's size.
+- `apint` is LLVM's `APInt`, `apint_pair` two of them as value and mask, and `4-state` the better of that and SystemC's `sc_lv`; `cpp_int`
+  is Boost's, `mpz` GMP's; `random` and `mt19937_64` are the generators of the C and C++ libraries.
+- Signed goals are {goals.SIGNED_ALLOWANCE} times the unsigned ones. Where another library has no signed form, or no difference, its unsigned form
+  or its sum stands in.
+- Text of 65 to 256 bits has one goal to 128 bits and one above; `*` of 65 to 256 bits has one from 128 on. Time may grow with an
+  exponent of {goals.GROWTH_ELSE}, or with that of copying by hand.
+"""
+
+
+def write_pages(results, cells, folder, memory, run):
     folder.mkdir(parents=True, exist_ok=True)
     pictures = [name for name, operations in goals.PICTURES.items() if draw(results, folder, name, operations)]
     page = [
         "# Figures\n",
-        "Written by `scripts/bench`. Least CPU time of several repetitions, in nanoseconds a call; every ratio is "
+        f"Written by `{run}`. Least CPU time of several repetitions, in nanoseconds a call; every ratio is "
         "within one run.\n",
         machine_line(results) + "\n",
-        "## Goals\n",
-        "Where several operations, widths or sets of operands fall into a cell, it shows the worst. A column speaks of "
-        "the result's width. `hand` is [the code of hand.h](../../bench/hand.h), `pair2` two `new[]`/`delete[]` pairs "
-        "of the result's size, `4-state` the better of SystemC and a pair of LLVM `APInt`s.\n",
+        f"## Goals: {met_line(cells)}\n",
+        LEGEND,
         markdown(HEADINGS, [cell_row(cell) for cell in cells]),
         "## Growth with the width\n",
         growth_table(results),
@@ -328,14 +344,14 @@ def write_pages(results, cells, folder, memory):
     (folder / "table.md").write_text("# Every operation, width and set of operands\n\n" + full_table(results))
 
 
-def print_goals(folder, docs, memory):
+def print_goals(folder, docs, memory, run):
     results = Results(sorted(pathlib.Path(folder).glob("*.json")))
     cells = goal_cells(results) + x_cells(results) + growth_cells(results)
     rows = [cell_row(cell) for cell in cells]
     print_columns(HEADINGS, rows)
-    print(f"\n{sum(row[4] == 'met' for row in rows)} of {len(rows)} met")
+    print(f"\n{met_line(cells)}")
     if docs:
-        write_pages(results, cells, pathlib.Path(docs), memory)
+        write_pages(results, cells, pathlib.Path(docs), memory, run)
 
 
 def main():
@@ -346,6 +362,7 @@ def main():
     table = commands.add_parser("goals")
     table.add_argument("results")
     table.add_argument("--docs")
+    table.add_argument("--run")
     table.add_argument("--memory")
     arguments = parser.parse_args()
     if arguments.command == "groups":
@@ -353,7 +370,7 @@ def main():
     elif arguments.command == "ratios":
         print_ratios(arguments.results)
     else:
-        print_goals(arguments.results, arguments.docs, arguments.memory)
+        print_goals(arguments.results, arguments.docs, arguments.memory, arguments.run)
 
 
 main()

@@ -41,9 +41,9 @@ struct SignedInternals;
 ///   - every value owns its arrays and its text alone.
 /// Flag X says that the value holds X bits, but loosely: the raw stores and some operators leave it as it was.
 ///
-/// Widths above 2^31 - 32 bits throw std::bad_alloc; but the product of operands whose widths add up to 2^31 bits or
-/// more has 1 bit. Where memory runs out, std::bad_alloc passes through and every operand, target, flag and cached text
-/// is as it was.
+/// Widths above 2^31 - 32 bits throw std::bad_alloc; but a product or left shift whose width would come to 2^31 bits or
+/// more has 1 bit, or what 32 bits of the sum leave of it. Where memory runs out, std::bad_alloc passes through and
+/// every operand, target, flag and cached text is as it was.
 ///
 /// Distinct values may be used by distinct threads at once; one value may not, not even to ask twice for its text.
 class KVAL_UINTEGER {
