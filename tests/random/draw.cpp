@@ -96,8 +96,8 @@ unsigned draw_operand(Draw& draw, const model::Value& value) {
 }  // namespace
 
 const std::vector<unsigned>& boundary_widths() {
-    static const std::vector<unsigned> widths = {1,  8,  31,  32,  33,  63,   64,   65,  95,
-                                                 96, 97, 127, 128, 129, 1023, 1024, 1025};
+    static const std::vector<unsigned> widths = {1,   8,   31,  32,  33,  63,  64,  65,  95,   96,   97,  127,
+                                                 128, 129, 160, 192, 224, 255, 256, 257, 1023, 1024, 1025};
     return widths;
 }
 

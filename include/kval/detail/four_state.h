@@ -1,4 +1,5 @@
-// The four-state rules of AND and OR, stated once, for one word or for as many bits at once as a type holds.
+// The four-state rules of AND and OR, and the value bits of XOR and NOT, stated once, for one word or for as many bits
+// at once as a type holds.
 #ifndef KVAL_DETAIL_FOUR_STATE_H
 #define KVAL_DETAIL_FOUR_STATE_H
 

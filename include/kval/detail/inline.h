@@ -1,5 +1,6 @@
-// The inline bodies of kval.h: everything with a result of up to 64 bits; what is wider is one call of a ...Large
-// function, which does up to 256 bits here and leaves the rest to a ...Wide function of the library.
+// The inline bodies of kval.h: compact values, and pairs with a result of up to 64 bits. The rest is one call of a
+// ...Large function, which does up to 256 bits here and leaves what is wider, or has operands of unlike forms, to a
+// ...Wide function of the library.
 #ifndef KVAL_DETAIL_INLINE_H
 #define KVAL_DETAIL_INLINE_H
 
@@ -465,8 +466,8 @@ struct Internals {
         Exchange(a.capacity, b.capacity);
     }
 
-    // Operators on what is neither compact nor a pair. Not inline, but compiled into the program, where a call costs
-    // less than one into the library: short values are done here.
+    // Operators on what is neither compact nor all pairs, or grows beyond a pair. Mostly not inline, but compiled into
+    // the program, where a call costs less than one into the library: short values are done here.
     //
     // Of a new value, the arrays alone come back, in two registers, and the caller makes their owner: an object whose
     // address is known nowhere else can stay in registers where its value is compact, and dies for nothing.

@@ -9,8 +9,8 @@ namespace detail {
 /// Ones from bit `count` modulo 32 up.
 inline std::uint32_t OnesFrom(unsigned count) noexcept { return 0xFFFFFFFFU << (count & 31U); }
 
-/// An operand, sum or difference of up to 64 bits in registers. One that turns out wider has its width right, and
-/// nothing else.
+/// An operand or result of up to 64 bits in registers. Of one that turns out wider no more can be told than that its
+/// width is more than 64.
 struct Register {
     unsigned width;
     std::uint64_t value;
@@ -347,8 +347,8 @@ struct SignedInternals {
         return Result(width, {StoredBits(quotient, width), 0}, 0);
     }
 
-    // ---- what is not compact: not inline, but compiled into the program, where up to 64 bits and short values of
-    //      equal widths are done; the rest is in the library ----
+    // ---- what the operators below leave aside, wide values above all: mostly not inline, but compiled into the
+    //      program, where up to 64 bits and short values are done; the rest is in the library ----
 
     /// Whether both are wide, of one width, and not longer than a short value.
     static bool Short(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
@@ -990,7 +990,7 @@ inline KVAL_SINTEGER posr_mod(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
 inline KVAL_SINTEGER posr_div(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { return a / b; }
 inline KVAL_SINTEGER posr_mod(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { return a % b; }
 
-// ---- comparison: signs first, then the base ----
+// ---- comparison: of one width by the value bits, of different widths or classes by the signs first ----
 
 inline bool operator==(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     using kval::detail::Internals;
