@@ -1,4 +1,4 @@
-# Debian packages by cpack: libkval1 (component runtime), libkval-dev (component development) and libkval1-dbgsym (the
+# Debian packages by cpack: libkval2 (component runtime), libkval-dev (component development) and libkval2-dbgsym (the
 # debug information that is cut off the library). packaging/debian has the texts that go into them.
 if(NOT KVAL_INSTALL OR NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     message(FATAL_ERROR "Debian packages need KVAL_INSTALL and CMAKE_INSTALL_PREFIX=/usr, as in the preset package")

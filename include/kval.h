@@ -6,10 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "kval/detail/planes.h"
+
 /// The version of this header, as semantic versioning counts; kval_version() is that of the library.
 /// @{
 #define KVAL_VERSION_MAJOR 0
-#define KVAL_VERSION_MINOR 1
+#define KVAL_VERSION_MINOR 2
 #define KVAL_VERSION_PATCH 0
 /// @}
 
@@ -19,19 +21,20 @@
 /// What the headers in kval/ add: text in the spelling of Verilog, streams, vectors of simulators.
 namespace kval {
 namespace detail {
-struct Planes;
-struct Internals;
-struct SignedInternals;
+struct Fields;
 }  // namespace detail
 }  // namespace kval
 
 /// An unsigned integer of any bit width in which every bit is 0, 1 or X (unknown), and which as a whole may be marked Z
 /// (high impedance), WL (weak low) or WH (weak high).
 ///
-/// Storage. A width of 1 to 32 bits is *compact*: one value word and one x-mask word inside the object, and no
-/// construction, copy, assignment or operator with a compact result allocates. A width of 33 bits and up is *wide*: two
-/// owned arrays of get_size() 32-bit words, word 0 least significant. A 1 in the x-mask makes the bit X; the value bit
-/// under it is kept and carries no meaning.
+/// Storage. A value has two planes of bits: value bits and x-mask. A 1 in the x-mask makes the bit X; the value bit
+/// under it is kept and carries no meaning. Both planes are counted in 32-bit words, word 0 least significant. Up to 64
+/// bits they are in the object, and no construction, copy, assignment or operator with such a result allocates. From 65
+/// bits on they are two owned arrays of get_size() words.
+///
+/// Rules. Some go by the width: a *compact* value, of 1 to 32 bits, has one word, and many operations take a position
+/// or a count modulo 32 there; a *wide* value, of 33 bits and up, has several.
 ///
 /// Invariants, kept by every operation unless its line says otherwise:
 ///   - the width is at least 1, but in a moved-from value (see the move constructor). Operators may be given one,
@@ -93,11 +96,11 @@ class KVAL_UINTEGER {
     /// is 0 above the stored words.
     unsigned bit(unsigned pos) const;
     /// The low 32 value bits, X or not.
-    unsigned uint() const noexcept { return IsCompact() ? uvalue.word : uvalue.words[0]; }
+    unsigned uint() const noexcept;
     /// Whether every value bit is 0, X or not.
-    bool is_zero() const noexcept { return ReadsNumber(0); }
+    bool is_zero() const noexcept;
     /// Whether the value bits read 1, X or not.
-    bool is_one() const noexcept { return ReadsNumber(1); }
+    bool is_one() const noexcept;
     /// Value word `index`, 0 outside the value.
     unsigned get_uvalue_at(int index) const noexcept;
     /// X-mask word `index`, 0 outside the value.
@@ -106,13 +109,13 @@ class KVAL_UINTEGER {
     /// the width. False outside the stored words of a wide value; a compact one takes a single `pos` modulo 32.
     bool is_x(int pos, int nibble) const noexcept;
     /// Flag X: the value holds X bits. The operators' all-X decisions look at this flag alone, never at the x-mask.
-    bool is_x() const noexcept { return (flags & kX) != 0; }
+    bool is_x() const noexcept { return (flags & kval::detail::kX) != 0; }
     /// Flag Z: the whole value is high impedance.
-    bool is_z() const noexcept { return (flags & kZ) != 0; }
+    bool is_z() const noexcept { return (flags & kval::detail::kZ) != 0; }
     /// Flag WL: the whole value is weak low.
-    bool is_wl() const noexcept { return (flags & kWeakLow) != 0; }
+    bool is_wl() const noexcept { return (flags & kval::detail::kWeakLow) != 0; }
     /// Flag WH: the whole value is weak high.
-    bool is_wh() const noexcept { return (flags & kWeakHigh) != 0; }
+    bool is_wh() const noexcept { return (flags & kval::detail::kWeakHigh) != 0; }
 
     // ---- writing ----
 
@@ -131,11 +134,11 @@ class KVAL_UINTEGER {
     /// Every bit becomes X, and flag X is set; the value bits stay underneath.
     KVAL_UINTEGER& force_x() noexcept;
     /// Sets flag Z and nothing else. Assignment of a known value clears it.
-    KVAL_UINTEGER& force_z() noexcept { return SetFlag(kZ); }
+    KVAL_UINTEGER& force_z() noexcept;
     /// Sets flag WL and nothing else.
-    KVAL_UINTEGER& force_wl() noexcept { return SetFlag(kWeakLow); }
+    KVAL_UINTEGER& force_wl() noexcept;
     /// Sets flag WH and nothing else.
-    KVAL_UINTEGER& force_wh() noexcept { return SetFlag(kWeakHigh); }
+    KVAL_UINTEGER& force_wh() noexcept;
 
     // ---- text; the value keeps one at a time, valid until its next change, or until it is asked for the text of the
     //      other base: one expression must not ask for both ----
@@ -149,19 +152,19 @@ class KVAL_UINTEGER {
     /// Width, bits and cached text from '0', '1' and 'X' characters: "01X0" has one X bit and flag X. One 'X' makes the
     /// whole value X first; then every 0 and 1 sets its bit as set_bit does, flag X included. Other characters leave
     /// their bit as it was. Flags Z, WL and WH stay. Null counts as empty: width 1, old bit 0.
-    KVAL_API KVAL_UINTEGER& set_value_from_bin_string(const char* text);
+    KVAL_UINTEGER& set_value_from_bin_string(const char* text);
     /// Width (4 bits a digit), bits and cached text from hexadecimal digits, taken in chunks of eight from the right by
     /// the rules of strtoul. Clears the x-mask, leaves the flags. Null counts as empty: width 1, bit 0 and its X mark
     /// as they were.
-    KVAL_API KVAL_UINTEGER& set_value_from_hex_string(const char* text);
+    KVAL_UINTEGER& set_value_from_hex_string(const char* text);
 
     // ---- random bits ----
 
     /// Every bit known and random, from one kval_random() a word, word 0 first; flags cleared.
-    KVAL_API KVAL_UINTEGER& randomize() noexcept;
+    KVAL_UINTEGER& randomize() noexcept;
     /// Inverts bits 0 to `count` - 1, each once, in an order drawn from rand(). X-mask, flags and, deliberately, the
     /// cached text stay. A `count` below 0 or above the width changes and draws nothing.
-    KVAL_API KVAL_UINTEGER& randomize(int count);
+    KVAL_UINTEGER& randomize(int count);
 
     // ---- hashing ----
 
@@ -198,17 +201,17 @@ class KVAL_UINTEGER {
     /// all.
     bool operator==(const KVAL_UINTEGER& other) const noexcept;
     /// The opposite.
-    bool operator!=(const KVAL_UINTEGER& other) const noexcept { return !(*this == other); }
+    bool operator!=(const KVAL_UINTEGER& other) const noexcept;
     /// Whether the value bits read `number` and none of the flags X, Z, WL, WH is set.
     bool operator==(unsigned number) const noexcept;
     /// The opposite.
-    bool operator!=(unsigned number) const noexcept { return !(*this == number); }
+    bool operator!=(unsigned number) const noexcept;
 
     // ---- maintenance, for code that stores raw words ----
 
-    /// Whether this width is kept in compact form.
+    /// Whether the rules for compact values apply: a width of up to 32 bits.
     bool IsCompact() const noexcept { return IsCompact(static_cast<int>(width)); }
-    /// Whether a width of `bit_width` is kept in compact form: less than 33.
+    /// Whether they apply to a width of `bit_width`: less than 33.
     static bool IsCompact(int bit_width) noexcept { return bit_width < 33; }
     /// Clears the bits above the width in the top word of value and x-mask; flags and text stay.
     void EnforceWidth() noexcept;
@@ -219,66 +222,24 @@ class KVAL_UINTEGER {
 
   private:
     friend class KVAL_SINTEGER;
-    friend struct kval::detail::Internals;
-    friend struct kval::detail::SignedInternals;
+    friend struct kval::detail::Fields;
 
-    // One plane of bits: the word itself in compact form, an owned array in wide form.
+    // One plane of bits: up to 64 bits the bits themselves, above the address of an owned array. Code goes by the number,
+    // whatever it stands for; the pointer is for the eyes of a debugger.
     union Plane {
-        std::uint32_t word;
+        std::uint64_t bits;
         std::uint32_t* words;
     };
-    enum Flag : std::uint8_t { kX = 1, kZ = 2, kWeakLow = 4, kWeakHigh = 8, kFourState = 15, kBinaryText = 16 };
 
-    // A compact result as it stands: nothing is trimmed.
-    KVAL_UINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width, unsigned state) noexcept;
-    // A wide result whose words the caller writes next: two arrays of `words` words.
-    KVAL_UINTEGER(unsigned bit_width, std::size_t words, unsigned state);
-    // A wide result that owns two written arrays of `words` words.
-    KVAL_UINTEGER(kval::detail::Planes planes, std::size_t words, unsigned bit_width, unsigned state) noexcept;
-
-    // The used bits of the top word: -width & 31 of its bits are above the width, none where the width fills it.
-    static std::uint32_t TopMask(unsigned bit_width) noexcept { return 0xFFFFFFFFU >> (-bit_width & 31U); }
-    static unsigned AtLeastOne(unsigned bit_width) noexcept { return static_cast<int>(bit_width) > 0 ? bit_width : 1; }
-
-    std::uint32_t LowMask() const noexcept { return IsCompact() ? xmask.word : xmask.words[0]; }
-    std::uint32_t WordAt(const Plane& plane, unsigned index) const noexcept;
-    void StoreAt(Plane& plane, unsigned index, std::uint32_t word) noexcept;
-    KVAL_UINTEGER& SetFlag(Flag flag) noexcept;
-    KVAL_UINTEGER& Changed() noexcept;
-    void UniteFlags(const KVAL_UINTEGER& other) noexcept;
-    void CopyFlags(const KVAL_UINTEGER& other) noexcept;
-    void TakeFrom(KVAL_UINTEGER& other) noexcept;
-    bool Wrapped(const KVAL_UINTEGER& other, unsigned count) const noexcept;
-    void OwnPlanes(kval::detail::Planes planes, std::size_t words) noexcept;
-    bool ReadsNumber(unsigned number) const noexcept;
-    void AllocateWide(std::size_t words);
-    void ReleaseWide() noexcept;
-    const char* KeepText(char* text, std::uint8_t kind) const noexcept;
-
-    // Out of line: what is wide, and what is rare.
-    KVAL_API void AllocateLong(std::size_t words);
-    KVAL_API KVAL_UINTEGER& AssignWide(const KVAL_UINTEGER& other) noexcept;
-    KVAL_API KVAL_UINTEGER& AssignWide(unsigned value) noexcept;
-    KVAL_API KVAL_UINTEGER& AdoptCopy(const KVAL_UINTEGER& other);
-    KVAL_API void ResizeWide(unsigned new_width);
-    KVAL_API bool IsNumberWide(unsigned number) const noexcept;
-    KVAL_API KVAL_UINTEGER& ForceXWide() noexcept;
-    KVAL_API unsigned HashWide() const noexcept;
-    KVAL_API KVAL_UINTEGER& AddAssignWide(const KVAL_UINTEGER& other) noexcept;
-    KVAL_API KVAL_UINTEGER& AddAssignWide(unsigned number) noexcept;
-    KVAL_API KVAL_UINTEGER& SubAssignWide(const KVAL_UINTEGER& other) noexcept;
-    KVAL_API KVAL_UINTEGER& SubAssignWide(unsigned number) noexcept;
-    KVAL_API KVAL_UINTEGER& ShlAssignWide(unsigned count) noexcept;
-    KVAL_API KVAL_UINTEGER& ShrAssignWide(unsigned count) noexcept;
-    [[noreturn]] KVAL_API static void ThrowBitPosition();
-    [[noreturn]] KVAL_API static void ThrowSetBitPosition();
+    // A value with these fields, as they are.
+    KVAL_UINTEGER(unsigned bit_width, kval::detail::Planes planes, unsigned state, unsigned words) noexcept;
 
     std::uint32_t width;
     Plane uvalue;
     Plane xmask;
     mutable char* text_cache;    // the last text made or parsed, or null
-    mutable std::uint8_t flags;  // kX to kWeakHigh; kBinaryText says which kind of text is cached, while one is
-    std::uint32_t capacity;      // wide: the length of both arrays in words, at least get_size()
+    mutable std::uint8_t flags;  // kval::detail::Flag
+    std::uint32_t capacity;      // of a value that owns arrays: the length of both in words, at least get_size()
 };
 
 /// The signed reading of the same storage: two's complement, the sign at bit width - 1. Adds no field.
@@ -297,12 +258,12 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     KVAL_SINTEGER(int value, unsigned bit_width);
     /// The same width, bits, x-mask and flags; a set top bit makes it negative.
     /// @{
-    KVAL_SINTEGER(const KVAL_UINTEGER& other) : KVAL_UINTEGER(other) {}
-    KVAL_SINTEGER(KVAL_UINTEGER&& other) noexcept : KVAL_UINTEGER(static_cast<KVAL_UINTEGER&&>(other)) {}
-    KVAL_SINTEGER(const KVAL_SINTEGER& other) = default;
-    KVAL_SINTEGER(KVAL_SINTEGER&& other) noexcept : KVAL_UINTEGER(static_cast<KVAL_UINTEGER&&>(other)) {}
+    KVAL_SINTEGER(const KVAL_UINTEGER& other);
+    KVAL_SINTEGER(KVAL_UINTEGER&& other) noexcept;
+    KVAL_SINTEGER(const KVAL_SINTEGER& other);
+    KVAL_SINTEGER(KVAL_SINTEGER&& other) noexcept;
     /// @}
-    ~KVAL_SINTEGER() = default;
+    ~KVAL_SINTEGER();
 
     /// Copies bits and x-mask into this value's own width, zero-extended or truncated (not trimmed in the top word),
     /// and the four flags.
@@ -334,17 +295,15 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     /// bit 0.
     int convert_to_signed_representation() const noexcept;
     /// The same.
-    int signed_value() const noexcept { return convert_to_signed_representation(); }
+    int signed_value() const noexcept;
     /// Value word `index` (compact: the only word), with ones above the width in the top word, whatever the sign.
     unsigned SignExtendedChunk(int index) const noexcept;
     /// Whether signed_value() is 0 or more.
-    bool positive() const noexcept { return signed_value() >= 0; }
+    bool positive() const noexcept;
     /// Whether signed_value() is less than 0.
-    bool negative() const noexcept { return !positive(); }
+    bool negative() const noexcept;
     /// The magnitude of signed_value(); of the low word where positive().
-    unsigned absolute_value() const noexcept {
-        return positive() ? uint() : 0U - static_cast<unsigned>(signed_value());
-    }
+    unsigned absolute_value() const noexcept;
     /// 2^((width - 1) % 32): up to 32 bits the magnitude of the most negative number.
     unsigned maximum_negative() const noexcept;
     /// Up to 32 bits the largest number; 0xFFFFFFFF for 1 bit (deliberate) and for wide values.
@@ -356,19 +315,10 @@ class KVAL_SINTEGER : public KVAL_UINTEGER {
     KVAL_SINTEGER& operator>>=(unsigned count) noexcept;
 
   private:
-    friend struct kval::detail::SignedInternals;
+    friend struct kval::detail::Fields;
 
-    // As the base's: a compact result as it stands, and a wide one whose words the caller writes next.
-    KVAL_SINTEGER(std::uint32_t value, std::uint32_t mask, unsigned bit_width, unsigned state) noexcept;
-    KVAL_SINTEGER(unsigned bit_width, std::size_t words, unsigned state);
-    KVAL_SINTEGER(kval::detail::Planes planes, std::size_t words, unsigned bit_width, unsigned state) noexcept;
-
-    KVAL_API void FillOnesWide() noexcept;
-    KVAL_API KVAL_SINTEGER& AssignUnsignedWide(const KVAL_UINTEGER& other) noexcept;
-    KVAL_API KVAL_SINTEGER& AssignSignedWide(const KVAL_SINTEGER& other) noexcept;
-    KVAL_API void ResizeNegativeWide(unsigned new_width);
-    KVAL_API KVAL_SINTEGER& ComplementWide() noexcept;
-    KVAL_API KVAL_SINTEGER& ShrAssignNegativeWide(unsigned count) noexcept;
+    // As the base's.
+    KVAL_SINTEGER(unsigned bit_width, kval::detail::Planes planes, unsigned state, unsigned words) noexcept;
 };
 
 // ---- free operators; each returns a new value without text, and leaves its operands alone ----
@@ -549,11 +499,24 @@ unsigned twang_uinthash(unsigned key) noexcept;
 /// The one-at-a-time hash of Bob Jenkins ("A Hash Function for Hash Table Lookup") over `len` bytes, on a signed 32-bit
 /// state: bytes are read as signed and right shifts keep the sign. A `len` of 0 or less gives 0.
 KVAL_API int one_at_a_time(const char* key, int len) noexcept;
-/// The version of the library that is loaded, such as "0.1.0"; the header's is KVAL_VERSION_MAJOR, _MINOR and _PATCH.
+/// The version of the library that is loaded, such as "0.2.0"; the header's is KVAL_VERSION_MAJOR, _MINOR and _PATCH.
 KVAL_API const char* kval_version() noexcept;
 
-#include "kval/detail/inline.h"
-#include "kval/detail/random_inline.h"
-#include "kval/detail/signed_inline.h"
+// The small half of every family of operations; src/ has the large half of each under the same name.
+#include "kval/detail/access.h"
+#include "kval/detail/addsub.h"
+#include "kval/detail/compare.h"
+#include "kval/detail/hash.h"
+#include "kval/detail/lifecycle.h"
+#include "kval/detail/logic.h"
+#include "kval/detail/muldiv.h"
+#include "kval/detail/random.h"
+#include "kval/detail/shift.h"
+#include "kval/detail/signed/addsub.h"
+#include "kval/detail/signed/compare.h"
+#include "kval/detail/signed/division.h"
+#include "kval/detail/signed/mulshift.h"
+#include "kval/detail/signed/representation.h"
+#include "kval/detail/text.h"
 
 #endif

@@ -1,14 +1,13 @@
-// Addition and subtraction of wide values. Value bits only: x-masks and flags are carried along.
+// Addition and subtraction of large values. Value bits only: x-masks are carried along.
+#include "ops/addsub.h"
+
 #include <algorithm>
 
 #include "kval.h"
-#include "value/storage.h"
 #include "words/carry.h"
 #include "words/transform.h"
 
-using kval::words::Word;
-
-namespace kval::detail {
+namespace kval {
 namespace {
 
 // Deliberate, and not to be fixed: behind the first word, the borrow of a difference with a compact right operand is
@@ -24,77 +23,106 @@ void subtract_compact(Word* out, const Word* l, std::size_t size, Word r) {
 
 }  // namespace
 
-// The end of a sum that may be the widest there is, and grow too wide.
-void Internals::FinishWideSum(KVAL_UINTEGER& sum, unsigned width, bool carry) {
-    if (width == kMaxWidth && SumGrows(PlanesOf(sum), width, carry)) throw std::bad_alloc();
-    sum.width = FinishedSum(PlanesOf(sum), width, carry);
+unsigned finished_sum(const Arrays& sum, unsigned width, bool carry) {
+    const std::size_t size = word_count(width);
+    const unsigned top = width % words::kWordBits;
+    bool grown = carry;
+    if (top == 0) {
+        sum.value[size] = static_cast<Word>(carry);
+        sum.mask[size] = 0;
+    } else {
+        grown = carry || (sum.value[size - 1] >> top & 1U) != 0;
+    }
+    const unsigned grown_width = width + static_cast<unsigned>(grown);
+    check_width(grown_width);
+    trim(sum, grown_width);
+    return grown_width;
 }
 
-Planes Internals::AddWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned* width) {
-    const KVAL_UINTEGER& wider = Wider(l, r);
-    const View w = Words(wider);
-    const View n = Words(&wider == &l ? r : l);
-    KVAL_UINTEGER sum(wider.width, SumSize(wider.width), 0);  // owns the arrays as long as it may prove too wide
-    const Planes planes = PlanesOf(sum);
-    bool carry = words::add(planes.value, w.value, n.value, n.size);
-    if (n.size < w.size) carry = words::add_carry(planes.value + n.size, w.value + n.size, w.size - n.size, carry);
-    words::copy(planes.mask, w.mask, w.size);
-    FinishWideSum(sum, wider.width, carry);
-    *width = sum.width;
-    sum.capacity = 0;
-    return planes;
+namespace detail {
+
+Sum AddLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
+    const bool left = l_width > r_width;
+    const Operand wide(left ? l : r, left ? l_width : r_width);
+    const Operand narrow(left ? r : l, left ? r_width : l_width);
+    const std::size_t capacity = capacity_of_sum(wide.width);
+    const Arrays sum = take_arrays(capacity);
+    const std::size_t both = narrow.size;
+    bool carry = words::add(sum.value, wide.value, narrow.value, both);
+    if (both < wide.size) carry = words::add_carry(sum.value + both, wide.value + both, wide.size - both, carry);
+    words::copy(sum.mask, wide.mask, wide.size);
+    try {
+        return {planes_of(sum), finished_sum(sum, wide.width, carry)};
+    } catch (...) {
+        give_arrays(sum, capacity);
+        throw;
+    }
 }
 
-Planes Internals::SubWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-    const View from = Words(l);
-    const View less = Words(r);
-    const Planes result = take_planes(l.width);
-    Word* value = result.value;
-    if (r.IsCompact()) {
-        subtract_compact(value, from.value, from.size, less.value[0]);
+Planes CarryOut(std::uint64_t value, std::uint64_t mask) {
+    const Arrays sum = take_arrays(3);
+    words::store_pair(sum.value, value);
+    words::store_pair(sum.mask, mask);
+    sum.value[2] = 1;
+    sum.mask[2] = 0;
+    return planes_of(sum);
+}
+
+Planes SubLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
+    const Operand from(l, l_width);
+    const Operand less(r, r_width);
+    Target out(l_width);
+    if (r_width <= words::kWordBits) {
+        subtract_compact(out.value, from.value, from.size, less.value[0]);
     } else {
         const std::size_t both = std::min(from.size, less.size);
-        const bool borrow = words::subtract(value, from.value, less.value, both);
-        if (both < from.size) words::subtract_borrow(value + both, from.value + both, from.size - both, borrow);
+        const bool borrow = words::subtract(out.value, from.value, less.value, both);
+        if (both < from.size) words::subtract_borrow(out.value + both, from.value + both, from.size - both, borrow);
     }
-    words::copy(result.mask, from.mask, from.size);
-    Trim(result, l.width);
-    return result;
+    words::copy(out.mask, from.mask, from.size);
+    return out.trimmed();
 }
 
-}  // namespace kval::detail
-
-using kval::detail::Internals;
-
-KVAL_UINTEGER& KVAL_UINTEGER::AddAssignWide(const KVAL_UINTEGER& other) noexcept {
-    const Internals::View more = Internals::Words(other);
-    const std::size_t size = kval::word_count(width);
-    const std::size_t both = std::min(size, more.size);
-    const bool carry = kval::words::add(uvalue.words, uvalue.words, more.value, both);
+Planes AddAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept {
+    Target sum(l, l_width);
+    const Operand more(r, r_width);
+    const std::size_t both = std::min(sum.size, more.size);
+    const bool carry = words::add(sum.value, sum.value, more.value, both);
     // Deliberate: the carry changes one word beyond the right operand and is then dropped, while += with a number
     // carries on.
-    if (both < size) uvalue.words[both] += static_cast<Word>(carry);
-    return Changed();
+    if (both < sum.size) sum.value[both] += static_cast<Word>(carry);
+    return sum.trimmed();
 }
 
-KVAL_UINTEGER& KVAL_UINTEGER::AddAssignWide(unsigned number) noexcept {
-    const bool carry = kval::words::add(uvalue.words, uvalue.words, &number, 1);
-    kval::words::add_carry(uvalue.words + 1, uvalue.words + 1, kval::word_count(width) - 1, carry);
-    return Changed();
-}
-
-KVAL_UINTEGER& KVAL_UINTEGER::SubAssignWide(const KVAL_UINTEGER& other) noexcept {
-    const Internals::View less = Internals::Words(other);
-    const std::size_t size = kval::word_count(width);
-    const std::size_t both = std::min(size, less.size);
-    const bool borrow = kval::words::subtract(uvalue.words, uvalue.words, less.value, both);
+Planes SubAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept {
+    Target difference(l, l_width);
+    const Operand less(r, r_width);
+    const std::size_t both = std::min(difference.size, less.size);
+    const bool borrow = words::subtract(difference.value, difference.value, less.value, both);
     // Deliberate: as the carry of +=, the borrow changes one word beyond the right operand and is then dropped.
-    if (both < size) uvalue.words[both] -= static_cast<Word>(borrow);
-    return Changed();
+    if (both < difference.size) difference.value[both] -= static_cast<Word>(borrow);
+    return difference.trimmed();
 }
 
-KVAL_UINTEGER& KVAL_UINTEGER::SubAssignWide(unsigned number) noexcept {
-    const bool borrow = kval::words::subtract(uvalue.words, uvalue.words, &number, 1);
-    kval::words::subtract_borrow(uvalue.words + 1, uvalue.words + 1, kval::word_count(width) - 1, borrow);
-    return Changed();
+// A number changes no more than the low limb, but for a carry or borrow that is rare.
+
+void AddNumberLarge(Planes l, unsigned width, unsigned number) noexcept {
+    const Arrays sum = arrays_of(l);
+    const words::DoubleWord low = words::load_pair(sum.value) + number;
+    words::store_pair(sum.value, low);
+    if (low < number) words::add_carry(sum.value + 2, sum.value + 2, word_count(width) - 2, true);
+    trim(sum, width);
 }
+
+void SubNumberLarge(Planes l, unsigned width, unsigned number) noexcept {
+    const Arrays difference = arrays_of(l);
+    const words::DoubleWord low = words::load_pair(difference.value);
+    words::store_pair(difference.value, low - number);
+    if (low < number) {
+        words::subtract_borrow(difference.value + 2, difference.value + 2, word_count(width) - 2, true);
+    }
+    trim(difference, width);
+}
+
+}  // namespace detail
+}  // namespace kval

@@ -1,4 +1,4 @@
-// Bitwise logic on wide values: AND and OR by the four-state rules (kval/detail/four_state.h), XOR and NOT.
+// Bitwise logic on large values: AND and OR by the four-state rules (kval/detail/four_state.h), XOR and NOT.
 #include <algorithm>
 
 #include "kval.h"
@@ -10,64 +10,73 @@
 // top word its missing bits are 0.
 
 namespace kval::detail {
-
-// The flags are united by the caller.
-template <typename Rule>
-KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, Rule rule) noexcept {
-    const View from = Words(other);
-    Word* value = v.uvalue.words;
-    Word* mask = v.xmask.words;
-    words::combine(value, mask, value, mask, from.value, from.mask, std::min(Size(v), from.size), rule);
-    return ChangedWide(v);
-}
+namespace {
 
 template <typename Rule>
-Planes Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) {
-    const View a = Words(l);
-    const View b = Words(r);
+Planes combined_large(Planes l, Planes r, unsigned l_width, unsigned r_width, Rule rule) {
+    const Operand a(l, l_width);
+    const Operand b(r, r_width);
     const std::size_t both = std::min(a.size, b.size);
-    const Planes result = take_planes(Wider(l, r).width);
-    words::combine(result.value, result.mask, a.value, a.mask, b.value, b.mask, both, rule);
-    if (a.size != b.size) {
-        const View& longer = a.size > b.size ? a : b;
-        words::copy(result.value + both, longer.value + both, longer.size - both);
-        words::copy(result.mask + both, longer.mask + both, longer.size - both);
+    Target out(std::max(l_width, r_width));
+    words::combine(out.value, out.mask, a.value, a.mask, b.value, b.mask, both, rule);
+    if (both < out.size) {
+        const Operand& longer = a.size > b.size ? a : b;
+        words::copy(out.value + both, longer.value + both, longer.size - both);
+        words::copy(out.mask + both, longer.mask + both, longer.size - both);
     }
-    return result;
+    return out.planes();
 }
 
-template KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, FourStateAnd rule);
-template KVAL_UINTEGER& Internals::CombineWide(KVAL_UINTEGER& v, const KVAL_UINTEGER& other, FourStateOr rule);
-template Planes Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, FourStateAnd rule);
-template Planes Internals::CombinedWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, FourStateOr rule);
-
-// The result starts as the wider operand, x-mask and flags included, and keeps them but for the value words that both
-// have.
-Planes Internals::XorWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-    const KVAL_UINTEGER& wider = Wider(l, r);
-    const View from = Words(wider);
-    const View other = Words(&wider == &l ? r : l);
-    const bool all_x = l.is_x() || r.is_x();
-    const std::size_t both = all_x ? 0 : std::min(from.size, other.size);
-    const Planes result = take_planes(wider.width);
-    words::map(result.value, from.value, other.value, both, Xor());
-    words::copy(result.value + both, from.value + both, from.size - both);
-    if (all_x) {
-        std::fill_n(result.mask, from.size, ~Word{0});
-        Trim(result, wider.width);
-    } else {
-        words::copy(result.mask, from.mask, from.size);
-    }
-    return result;
+template <typename Rule>
+Planes combine_large(Planes l, Planes r, unsigned l_width, unsigned r_width, Rule rule) noexcept {
+    Target out(l, l_width);
+    const Operand other(r, r_width);
+    words::combine(out.value, out.mask, out.value, out.mask, other.value, other.mask, std::min(out.size, other.size),
+                   rule);
+    return out.trimmed();
 }
 
-Planes Internals::NotWide(const KVAL_UINTEGER& v) {
-    const View from = Words(v);
-    const Planes result = take_planes(v.width);
-    words::map(result.value, from.value, from.value, from.size, Not());
-    words::copy(result.mask, from.mask, from.size);
-    Trim(result, v.width);
-    return result;
+}  // namespace
+
+Planes AndLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
+    return combined_large(l, r, l_width, r_width, FourStateAnd());
+}
+
+Planes OrLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
+    return combined_large(l, r, l_width, r_width, FourStateOr());
+}
+
+Planes AndAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept {
+    return combine_large(l, r, l_width, r_width, FourStateAnd());
+}
+
+Planes OrAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept {
+    return combine_large(l, r, l_width, r_width, FourStateOr());
+}
+
+// The result starts as the wider operand, x-mask included, and keeps it but for the value words that both have.
+Planes XorLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, bool all_x) {
+    const bool left = l_width > r_width;
+    const Operand wide(left ? l : r, left ? l_width : r_width);
+    const Operand narrow(left ? r : l, left ? r_width : l_width);
+    const std::size_t both = all_x ? 0 : narrow.size;
+    Target out(wide.width);
+    words::map(out.value, wide.value, narrow.value, both, Xor());
+    words::copy(out.value + both, wide.value + both, wide.size - both);
+    if (!all_x) {
+        words::copy(out.mask, wide.mask, wide.size);
+        return out.planes();
+    }
+    std::fill_n(out.mask, out.size, ~Word{0});
+    return out.trimmed();
+}
+
+Planes NotLarge(Planes v, unsigned width) {
+    const Operand from(v, width);
+    Target out(width);
+    words::map(out.value, from.value, from.value, from.size, Not());
+    words::copy(out.mask, from.mask, from.size);
+    return out.trimmed();
 }
 
 }  // namespace kval::detail

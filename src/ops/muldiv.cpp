@@ -1,9 +1,10 @@
-// Multiplication of wide values, and the messages of division and remainder, which are compact only.
+// Multiplication of large values, and the messages of division and remainder, which are for compact ones.
+#include "ops/muldiv.h"
+
 #include <algorithm>
 
 #include "kval.h"
 #include "value/scratch.h"
-#include "value/storage.h"
 #include "words/multiply.h"
 
 namespace {
@@ -16,26 +17,31 @@ char remainder_width[] = "KVAL_UINTEGER operator % only supports division betwee
 
 namespace kval::detail {
 
-Planes Internals::MulWide(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
-    const unsigned width = l.width + r.width;
-    const std::size_t size = word_count(width);
-    const bool all_x = l.is_x() || r.is_x();
-    const View a = Words(l);
-    const View b = Words(r);
-    Scratch scratch(all_x ? 0 : words::multiply_scratch(size, a.size, b.size));
-    const Planes result = take_planes(width);
-    if (all_x) {
-        std::fill_n(result.value, size, Word{0});
-    } else {
-        words::multiply(result.value, size, a.value, a.size, b.value, b.size, scratch.words());
-    }
-    std::fill_n(result.mask, size, all_x ? ~Word{0} : Word{0});
-    Trim(result, width);
-    return result;
+Planes AllXLarge(unsigned width) {
+    Target out(width);
+    std::fill_n(out.value, out.size, Word{0});
+    std::fill_n(out.mask, out.size, ~Word{0});
+    return out.trimmed();
 }
 
-void Internals::ThrowDivideWidth() { throw static_cast<char*>(divide_width); }
+Planes MulLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, bool all_x) {
+    const unsigned width = at_least_one(l_width + r_width);
+    if (all_x) return AllXLarge(width);
+    const Operand a(l, l_width);
+    const Operand b(r, r_width);
+    // Where the sum of the widths is too large to be one, a single bit is left.
+    if (width == 1) return {a.value[0] & b.value[0] & 1U, 0};
+    if (l_width <= kShortFactor && r_width <= kShortFactor)
+        return known_planes(words::multiply_quads(number_of(a), number_of(b)), width);
+    Scratch scratch(words::multiply_scratch(word_count(width), a.size, b.size));
+    Target out(width);
+    words::multiply(out.value, out.size, a.value, a.size, b.value, b.size, scratch.words());
+    std::fill_n(out.mask, out.size, Word{0});
+    return out.trimmed();
+}
 
-void Internals::ThrowRemainderWidth() { throw static_cast<char*>(remainder_width); }
+void ThrowDivideWidth() { throw static_cast<char*>(divide_width); }
+
+void ThrowRemainderWidth() { throw static_cast<char*>(remainder_width); }
 
 }  // namespace kval::detail

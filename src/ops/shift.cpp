@@ -1,39 +1,46 @@
-// Shifts of wide values: value bits and x-mask alike, flags kept.
-#include <algorithm>
+// Shifts of large values: value bits and x-mask alike.
+#include "words/shift.h"
 
 #include "kval.h"
 #include "value/storage.h"
-#include "words/shift.h"
-
-using kval::words::Word;
 
 namespace kval::detail {
 
-// Takes only the words that the narrower result needs; `width` is the result's, more than 32 bits.
-Planes Internals::ShrWide(const KVAL_UINTEGER& v, unsigned count, unsigned width) {
-    const View from = Words(v);
-    const std::size_t size = word_count(width);
-    const Planes result = take_planes(width);
-    words::shift_right(result.value, size, from.value, from.size, count);
-    words::shift_right(result.mask, size, from.mask, from.size, count);
-    Trim(result, width);
-    return result;
+// Bits are lost only where the sum of width and count is too large to be a width. A compact result is then shifted
+// modulo 32, as every compact shift is.
+Planes ShlLarge(Planes v, unsigned width, unsigned count, unsigned new_width) {
+    const Operand from(v, width);
+    Target out(new_width);
+    const unsigned places = new_width <= words::kWordBits ? count % 32 : count;
+    words::shift_left(out.value, out.size, from.value, from.size, places);
+    words::shift_left(out.mask, out.size, from.mask, from.size, places);
+    return std::uint64_t{width} + count == new_width ? out.planes() : out.trimmed();
+}
+
+// A right shift clears even the bits that are stored above the width once the count reaches the width. Only the words
+// that the result needs are taken.
+Planes ShrLarge(Planes v, unsigned width, unsigned count, unsigned new_width) {
+    const Operand from(v, width);
+    Target out(new_width);
+    const std::size_t kept = count < width ? from.size : 0;
+    words::shift_right(out.value, out.size, from.value, kept, count);
+    words::shift_right(out.mask, out.size, from.mask, kept, count);
+    return out.trimmed();
+}
+
+void ShlAssignLarge(Planes v, unsigned width, unsigned count) noexcept {
+    const Target out(v, width);
+    words::shift_left(out.value, out.size, out.value, out.size, count);
+    words::shift_left(out.mask, out.size, out.mask, out.size, count);
+    out.trim();
+}
+
+void ShrAssignLarge(Planes v, unsigned width, unsigned count) noexcept {
+    const Target out(v, width);
+    const std::size_t kept = count < width ? out.size : 0;
+    words::shift_right(out.value, out.size, out.value, kept, count);
+    words::shift_right(out.mask, out.size, out.mask, kept, count);
+    out.trim();
 }
 
 }  // namespace kval::detail
-
-KVAL_UINTEGER& KVAL_UINTEGER::ShlAssignWide(unsigned count) noexcept {
-    const std::size_t size = kval::word_count(width);
-    kval::words::shift_left(uvalue.words, size, uvalue.words, size, count);
-    kval::words::shift_left(xmask.words, size, xmask.words, size, count);
-    return Changed();
-}
-
-KVAL_UINTEGER& KVAL_UINTEGER::ShrAssignWide(unsigned count) noexcept {
-    const std::size_t size = kval::word_count(width);
-    // From the width on everything is gone, bits that were stored above the width included.
-    const std::size_t kept = count < width ? size : 0;
-    kval::words::shift_right(uvalue.words, size, uvalue.words, kept, count);
-    kval::words::shift_right(xmask.words, size, xmask.words, kept, count);
-    return Changed();
-}

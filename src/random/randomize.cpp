@@ -7,39 +7,48 @@
 #include "random/generator.h"
 #include "value/storage.h"
 
-using kval::words::Word;
+namespace kval::detail {
+namespace {
 
-KVAL_UINTEGER& KVAL_UINTEGER::randomize() noexcept {
-    if (IsCompact()) {
-        uvalue.word = static_cast<Word>(kval_random()) & TopMask(width);
-        xmask.word = 0;
-    } else {
-        const std::size_t size = kval::word_count(width);
-        kval::draw_words(uvalue.words, size);
-        uvalue.words[size - 1] &= TopMask(width);
-        // Cleared, and so not trimmed: to read one word back at once could take longer than all the rest.
-        std::fill_n(xmask.words, size, Word{0});
-    }
-    flags = static_cast<std::uint8_t>(flags & ~kFourState);
-    DeleteString();
-    return *this;
-}
-
-// Deliberate: positions are drawn below `count`, not below the width, until each of them was drawn once, and the cached
-// text is not dropped.
-KVAL_UINTEGER& KVAL_UINTEGER::randomize(int count) {
-    if (static_cast<unsigned>(count) > width) return *this;  // a negative count too
-    Word one_word = 0;
-    const std::unique_ptr<Word[]> many = IsCompact() ? nullptr : std::make_unique<Word[]>(kval::word_count(width));
-    Word* drawn = many ? many.get() : &one_word;
+// Draws positions below `count` until each was drawn once; `drawn` has a bit for each, all 0.
+void draw_each(int count, Word* drawn) {
     for (int rest = count; rest > 0;) {
         const auto position = static_cast<unsigned>(std::rand() % count);
-        const unsigned index = position / kval::words::kWordBits;
-        const Word bit = Word{1} << position % kval::words::kWordBits;
-        if ((drawn[index] & bit) != 0) continue;
-        drawn[index] |= bit;
-        StoreAt(uvalue, index, WordAt(uvalue, index) ^ bit);
+        Word& word = drawn[position / words::kWordBits];
+        const Word bit = Word{1} << position % words::kWordBits;
+        if ((word & bit) != 0) continue;
+        word |= bit;
         --rest;
     }
-    return *this;
 }
+
+}  // namespace
+
+std::uint64_t DrawWords(unsigned width) noexcept {
+    const auto low = static_cast<Word>(kval_random());
+    return width <= words::kWordBits ? low : static_cast<std::uint64_t>(static_cast<Word>(kval_random())) << 32 | low;
+}
+
+void RandomizeLarge(Planes planes, unsigned width) noexcept {
+    const Arrays arrays = arrays_of(planes);
+    const std::size_t size = word_count(width);
+    draw_words(arrays.value, size);
+    arrays.value[size - 1] &= used_of_top_word(width);
+    // Cleared, and so not trimmed: to read one word back at once could take longer than all the rest.
+    std::fill_n(arrays.mask, size, Word{0});
+}
+
+void DrawPositions(int count) noexcept {
+    Word drawn[2] = {};
+    draw_each(count, drawn);
+}
+
+// In the end, the positions drawn are all those below the count.
+void InvertLarge(std::uint64_t value, int count) {
+    const std::size_t size = word_count(static_cast<unsigned>(count));
+    const std::unique_ptr<Word[]> drawn = std::make_unique<Word[]>(size);
+    draw_each(count, drawn.get());
+    for (std::size_t i = 0; i < size; ++i) array_of(value)[i] ^= drawn[i];
+}
+
+}  // namespace kval::detail

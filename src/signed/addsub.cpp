@@ -1,4 +1,4 @@
-// Sums and differences with a signed operand where one is wide.
+// Sums and differences with a signed operand where one is large.
 #include <algorithm>
 
 #include "kval.h"
@@ -7,177 +7,179 @@
 #include "words/carry.h"
 #include "words/compare.h"
 
-namespace kval::detail {
+namespace kval {
+
+void Growing::widen() {
+    const std::size_t size = word_count(width);
+    check_width(width + 1);
+    ++width;
+    if (word_count(width) > size) arrays_.value[size] = arrays_.mask[size] = 0;
+}
+
+void Growing::set_top(bool top) {
+    const std::size_t index = (width - 1) / words::kWordBits;
+    const Word bit = Word{1} << (width - 1) % words::kWordBits;
+    Word& word = arrays_.value[index];
+    word = top ? word | bit : word & ~bit;
+    arrays_.mask[index] &= ~bit;
+    if (arrays_.mask[index] == 0) flags = detail::without_x(flags);
+}
+
+void Growing::assign(unsigned new_width) {
+    check_width(new_width);
+    assign_signed(arrays_, width, is_negative(), new_width);
+    width = new_width;
+}
+
+namespace detail {
 namespace {
 
 // Whether `above`, which is not negative, has a smaller magnitude than `below`, which is: whether it is not greater
 // than the inverted bits of `below`, which are one less than its magnitude.
-bool less_magnitude(const KVAL_SINTEGER& above, const KVAL_SINTEGER& below) {
-    const Internals::View a = Internals::Words(above);
-    const Internals::View b = Internals::Words(below);
-    const std::size_t both = std::min(a.size, b.size);
-    if (!words::all_zero(a.value + both, a.size - both)) return false;
-    const Word top = ~b.value[b.size - 1] & Internals::TopMask(below.bitwidth());
-    if (both < b.size) {
+bool less_magnitude(const Operand& above, const Operand& below) {
+    const std::size_t both = std::min(above.size, below.size);
+    if (!words::all_zero(above.value + both, above.size - both)) return false;
+    const Word top = ~below.value[below.size - 1] & used_of_top_word(below.width);
+    if (both < below.size) {
         if (top != 0) return true;
-        for (std::size_t i = b.size - 1; i-- > both;) {
-            if (b.value[i] != ~Word{0}) return true;
+        for (std::size_t i = below.size - 1; i-- > both;) {
+            if (below.value[i] != ~Word{0}) return true;
         }
     }
     for (std::size_t i = both; i-- > 0;) {
-        const Word inverted = i + 1 == b.size ? top : ~b.value[i];
-        if (a.value[i] != inverted) return a.value[i] < inverted;
+        const Word inverted = i + 1 == below.size ? top : ~below.value[i];
+        if (above.value[i] != inverted) return above.value[i] < inverted;
     }
     return true;
 }
 
-// Whether a negative value of more than two words is the lowest of its width, whatever its lowest word is.
-bool is_lowest_above_word_0(const KVAL_SINTEGER& v) {
-    const Internals::View words = Internals::Words(v);
-    const Word top_mask = Internals::TopMask(v.bitwidth());
-    return words::all_zero(words.value + 1, words.size - 2) &&
-           (words.value[words.size - 1] & top_mask) == (top_mask ^ top_mask >> 1);
+// The unsigned sum at the common width, before its carry is told.
+bool add_extended(const Growing& sum, const Extended& a, const Extended& b) {
+    const std::size_t size = word_count(sum.width);
+    return words::add(sum.value(), a.words(sum.width, sum.value()), b.words(sum.width, sum.value()), size);
+}
+
+// a - b, which wraps at the common width; x-mask of a.
+void subtract_extended(const Growing& difference, const Extended& a, const Extended& b) {
+    const unsigned width = difference.width;
+    Word* const value = difference.value();
+    a.copy_mask(width, difference.mask());
+    words::subtract(value, a.words(width, value), b.words(width, value), word_count(width));
+    difference.trim();
+}
+
+// Whether a negative large value is the lowest of its width, whatever its low 64 bits are.
+bool is_lowest_above_limb_0(const Operand& v) {
+    const Word used = used_of_top_word(v.width);
+    return words::all_zero(v.value + 2, v.size - 3) && (v.value[v.size - 1] & used) == (used ^ used >> 1);
+}
+
+// a - b for a negative b: a plus its magnitude, assigned to a result one bit wider than a; x-mask of b.
+Result sum_with_magnitude(const Operand& a, const Operand& b, unsigned flags) {
+    const unsigned width = std::max(a.width, b.width);
+    Growing sum(width, flags);
+    const std::size_t size = word_count(width);
+    // The mask's array holds the magnitude until it is added.
+    Word* magnitude = sum.mask();
+    words::negate(magnitude, by_sign(b).words(width, magnitude), size);
+    magnitude[size - 1] &= used_of_top_word(width);
+    const bool carry = words::add(sum.value(), by_zeros(a).words(width, sum.value()), magnitude, size);
+    by_sign(b).copy_mask(width, sum.mask());
+    // The magnitude was trimmed, x-mask included, before it was added.
+    sum.mask()[size - 1] &= used_of_top_word(width);
+    sum.finish_sum(carry);
+    sum.assign(a.width + 1);
+    return sum.result();
+}
+
+// A small difference of which one operand is large. The low 64 bits are all that it needs, and the sign that the
+// difference has at the common width.
+Result small_difference(const Operand& a, const Operand& b, bool less, unsigned width, unsigned flags) {
+    const Operand& named = b.is_negative() ? b : a;
+    const std::uint64_t value_of_a = words::limb_at(a.value, a.size, 0);
+    const std::uint64_t value_of_b = words::limb_at(b.value, b.size, 0);
+    // With a negative b, the sum reads negative where it reaches half of its range: where the magnitude is less than
+    // half of it by no more than a.
+    const bool negative = b.is_negative() ? is_lowest_above_limb_0(b) && value_of_b <= value_of_a : less;
+    const Planes low = {value_of_a - value_of_b, words::limb_at(named.mask, named.size, 0)};
+    return {{assigned(low, std::max(a.width, b.width), negative, width), 0}, width, flags};
 }
 
 }  // namespace
 
-// A result under way: wide, with room for the two bits by which it may outgrow the common width.
-KVAL_SINTEGER SignedInternals::Room(unsigned width, unsigned flags) {
-    const unsigned widest = width + 2;
-    return KVAL_SINTEGER(std::min(widest, kMaxWidth), word_count(widest), flags);
+Result AddSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
+    const Operand x(a, a_width);
+    const Operand y(b, b_width);
+    Growing sum(std::max(a_width, b_width), flags);
+    by_sign(y).copy_mask(sum.width, sum.mask());
+    sum.finish_sum(add_extended(sum, by_sign(x), by_sign(y)));
+    const bool negative = sum.is_negative();
+    const auto less = [&x, &y] { return x.is_negative() ? less_magnitude(y, x) : less_magnitude(x, y); };
+    const Repair repair = repair_of_sum(x.is_negative(), y.is_negative(), negative, less);
+    if (repair == Repair::kWiden) sum.widen();
+    if (repair != Repair::kNone) sum.set_top(repair == Repair::kWiden && !negative);
+    return sum.result();
 }
 
-// One bit wider, by a zero bit.
-void SignedInternals::WidenInPlace(KVAL_SINTEGER& v) {
-    const std::size_t size = word_count(v.width);
-    check_width(v.width + 1);
-    ++v.width;
-    if (word_count(v.width) > size) v.uvalue.words[size] = v.xmask.words[size] = 0;
-}
-
-// As if assigned to a signed value of `width` bits, also wide.
-void SignedInternals::AssignInPlace(KVAL_SINTEGER& v, unsigned width) {
-    check_width(width);
-    assign_signed(v.uvalue.words, v.xmask.words, v.width, Negative(v), width);
-    v.width = width;
-}
-
-// Where the sign of a sum is not right.
-void SignedInternals::RepairWideSum(KVAL_SINTEGER& sum, const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
-    const bool a_negative = Negative(a);
-    const bool negative = Negative(sum);
-    if (a_negative == Negative(b)) {
-        WidenInPlace(sum);
-    } else if (less_magnitude(a_negative ? b : a, a_negative ? a : b)) {
-        return;
-    }
-    sum.set_bit(static_cast<int>(sum.width - 1), negative ? 0 : 1);
-}
-
-// Where a difference overflowed, its sign moves into one bit more, which set_bit() stores only where it is a 1.
-void SignedInternals::WidenWideDifference(KVAL_SINTEGER& difference, bool negative) {
-    WidenInPlace(difference);
-    if (negative) difference.set_bit(static_cast<int>(difference.width - 1), 1);
-}
-
-KVAL_SINTEGER SignedInternals::AddWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
-    const unsigned width = CommonWidth(a, b);
-    KVAL_SINTEGER sum = Room(width, Internals::Flags(b));
-    Word* value = sum.uvalue.words;
-    Operand(b).copy_mask(width, sum.xmask.words);
-    Internals::FinishWideSum(
-        sum, width,
-        words::add(value, Operand(a).words(width, value), Operand(b).words(width, value), word_count(width)));
-    if (!SignIsRight(Negative(a), Negative(b), Negative(sum))) RepairWideSum(sum, a, b);
-    return sum;
-}
-
-KVAL_SINTEGER SignedInternals::AddWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
-    const unsigned width = CommonWidth(a, b);
-    KVAL_SINTEGER sum = Room(width, Internals::Flags(b));
-    Word* value = sum.uvalue.words;
-    Operand(b).copy_mask(width, sum.xmask.words);
-    const bool carry =
-        words::add(value, Operand(a).words(width, value), Operand(b).words(width, value), word_count(width));
-    if (Negative(a)) {
+Result AddMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
+    const Operand x(a, a_width);
+    const Operand y(b, b_width);
+    const unsigned width = std::max(a_width, b_width);
+    Growing sum(width, flags);
+    by_zeros(y).copy_mask(width, sum.mask());
+    const bool carry = add_extended(sum, by_sign(x), by_zeros(y));
+    if (x.is_negative()) {
         // b minus the magnitude of a, which wraps at the common width.
-        sum.width = width;
-        sum.EnforceWidth();
-        AssignInPlace(sum, width + 1);
-        return sum;
+        sum.trim();
+        sum.assign(width + 1);
+        return sum.result();
     }
-    Internals::FinishWideSum(sum, width, carry);
-    AssignInPlace(sum, width + 1);
-    if (Negative(sum)) {
+    sum.finish_sum(carry);
+    sum.assign(width + 1);
+    if (sum.is_negative()) {
         // Deliberate: a sign is cleared where no operand has one, but a width of whole words keeps it and grows by a
         // zero bit.
-        if (sum.get_top() == 0) WidenInPlace(sum);
-        sum.set_bit(static_cast<int>(sum.width - 1), 0);
+        if (sum.width % words::kWordBits == 0) sum.widen();
+        sum.set_top(false);
     }
-    return sum;
+    return sum.result();
 }
 
-// a - b, which wraps at the common width; x-mask and flags of a.
-KVAL_SINTEGER SignedInternals::WideDifference(const Operand& a, const Operand& b) {
-    const unsigned width = CommonWidth(a.number, b.number);
-    KVAL_SINTEGER difference = Room(width, Internals::Flags(a.number));
-    Word* value = difference.uvalue.words;
-    difference.width = width;
-    a.copy_mask(width, difference.xmask.words);
-    words::subtract(value, a.words(width, value), b.words(width, value), word_count(width));
-    difference.EnforceWidth();
-    return difference;
-}
-
-KVAL_SINTEGER SignedInternals::SubWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
-    KVAL_SINTEGER difference = WideDifference(a, b);
-    Settle(difference);
-    if (Overflowed(a, b, difference)) WidenWideDifference(difference, Negative(a));
-    return difference;
-}
-
-KVAL_SINTEGER SignedInternals::SubWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) { return WideDifference(a, b); }
-
-// The width comes from one operand, and may be narrower than the common one: deliberate, and bits beyond it are lost.
-KVAL_SINTEGER SignedInternals::SubWide(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
-    if (Negative(b)) return SumWithMagnitude(a, b);
-    const bool less = a < Unsigned(b);
-    const unsigned result_width = less ? b.bitwidth() : a.bitwidth();
-    if (result_width <= 32) {
-        const FourState<Word> low = {a.uint() - b.uint(), Internals::LowMask(a)};
-        return Result(result_width, Assigned(low, CommonWidth(a, b), less, result_width), Internals::Flags(a));
+Result SubSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
+    const Operand x(a, a_width);
+    const Operand y(b, b_width);
+    Growing difference(std::max(a_width, b_width), flags);
+    subtract_extended(difference, by_sign(x), by_sign(y));
+    // Signed assignment to the same width, which drops unknown bits in the top word of a negative value.
+    difference.assign(difference.width);
+    if (difference_overflows(x.is_negative(), y.is_negative(), difference.is_negative())) {
+        // The sign moves into one bit more, which set_bit() stores only where it is a 1.
+        difference.widen();
+        if (x.is_negative()) difference.set_top(true);
     }
-    KVAL_SINTEGER difference = WideDifference(a, b);
-    AssignInPlace(difference, result_width);
-    return difference;
+    return difference.result();
 }
 
-// a - b for a negative b: a plus its magnitude, assigned to a result one bit wider than a; x-mask and flags of b.
-KVAL_SINTEGER SignedInternals::SumWithMagnitude(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
-    const unsigned width = CommonWidth(a, b);
-    const unsigned result_width = a.bitwidth() + 1;
-    const unsigned flags = Internals::Flags(b);
-    if (result_width <= 32) {
-        // The sum reads negative where it reaches half of its range: where the magnitude is less than half of it by no
-        // more than a.
-        const FourState<Word> low = {a.uint() - b.uint(), Internals::LowMask(b)};
-        const bool negative = is_lowest_above_word_0(b) && b.uint() <= a.uint();
-        return Result(result_width, Assigned(low, width, negative, result_width), flags);
-    }
-    KVAL_SINTEGER sum = Room(width, flags);
-    const std::size_t size = word_count(width);
-    Word* value = sum.uvalue.words;
-    // The mask's array holds the magnitude until it is added.
-    Word* magnitude = sum.xmask.words;
-    words::negate(magnitude, Operand(b).words(width, magnitude), size);
-    magnitude[size - 1] &= Internals::TopMask(width);
-    const bool carry = words::add(value, Operand(a).words(width, value), magnitude, size);
-    Operand(b).copy_mask(width, sum.xmask.words);
-    // The magnitude was trimmed, x-mask included, before it was added.
-    sum.xmask.words[size - 1] &= Internals::TopMask(width);
-    Internals::FinishWideSum(sum, width, carry);
-    AssignInPlace(sum, result_width);
-    return sum;
+Result SubMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
+    const Operand x(a, a_width);
+    const Operand y(b, b_width);
+    Growing difference(std::max(a_width, b_width), flags);
+    subtract_extended(difference, by_sign(x), by_zeros(y));
+    return difference.result();
 }
 
-}  // namespace kval::detail
+Result SubFromUnsignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
+    const Operand x(a, a_width);
+    const Operand y(b, b_width);
+    const bool less = !y.is_negative() && words::compare(x.value, x.size, y.value, y.size) < 0;
+    const unsigned width = width_of_difference(a_width, b_width, y.is_negative(), less);
+    if (is_small(width)) return small_difference(x, y, less, width, flags);
+    if (y.is_negative()) return sum_with_magnitude(x, y, flags);
+    Growing difference(std::max(a_width, b_width), flags);
+    subtract_extended(difference, by_zeros(x), by_sign(y));
+    difference.assign(width);
+    return difference.result();
+}
+
+}  // namespace detail
+}  // namespace kval

@@ -1,4 +1,4 @@
-// Equality and order of negative values of different widths, one of them wide.
+// Equality and order of negative values, one of them large.
 #include "words/compare.h"
 
 #include "kval.h"
@@ -9,13 +9,11 @@ namespace {
 
 // Less than 0, 0 or more than 0 as a negative value is less than, equal to or greater than one that is not wider, at
 // its own width. Of its top word, the `used` bits count.
-int compare_negative(const KVAL_SINTEGER& wider, const KVAL_SINTEGER& other, Word used) {
-    const Internals::View a = Internals::Words(wider);
-    const Internals::View b = Internals::Words(other);
-    const Word top_mask = Internals::TopMask(wider.bitwidth());
+int compare_negative(const Operand& a, const Operand& b, Word used) {
+    const Word top_mask = used_of_top_word(a.width);
     const bool longer = a.size > b.size;
     const Word top = a.value[a.size - 1] & used;
-    const Word other_top = b.value[b.size - 1] | Operand(other).top_ones();
+    const Word other_top = b.value[b.size - 1] | by_sign(b).top_ones();
     const Word joint = longer ? top_mask : other_top & top_mask;
     if (top != joint) return top < joint ? -1 : 1;
     if (longer) {
@@ -31,13 +29,17 @@ int compare_negative(const KVAL_SINTEGER& wider, const KVAL_SINTEGER& other, Wor
 
 }  // namespace
 
-bool SignedInternals::EqualNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
-    const bool b_wider = a.width < b.width;
-    return compare_negative(b_wider ? b : a, b_wider ? a : b, Internals::TopMask(CommonWidth(a, b))) == 0;
+bool EqualNegativeLarge(std::uint64_t a, std::uint64_t b, unsigned a_width, unsigned b_width) noexcept {
+    const Operand x({a, 0}, a_width);
+    const Operand y({b, 0}, b_width);
+    const bool b_wider = a_width < b_width;
+    return compare_negative(b_wider ? y : x, b_wider ? x : y, used_of_top_word(b_wider ? b_width : a_width)) == 0;
 }
 
-bool SignedInternals::LessNegativeWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
-    return a.width < b.width ? compare_negative(b, a, ~Word{0}) > 0 : compare_negative(a, b, ~Word{0}) < 0;
+bool LessNegativeLarge(std::uint64_t a, std::uint64_t b, unsigned a_width, unsigned b_width) noexcept {
+    const Operand x({a, 0}, a_width);
+    const Operand y({b, 0}, b_width);
+    return a_width < b_width ? compare_negative(y, x, ~Word{0}) > 0 : compare_negative(x, y, ~Word{0}) < 0;
 }
 
 }  // namespace kval::detail

@@ -1,49 +1,95 @@
-// Signed and unsigned operands read at a common width.
+// Operands at a common width, and results under way, of large sums and differences with a signed operand.
 #pragma once
 
 #include <algorithm>
 
-#include "kval.h"
+#include "ops/addsub.h"
 #include "value/storage.h"
 #include "words/fit.h"
 
-namespace kval::detail {
+namespace kval {
 
-using words::Word;
+using detail::Result;
 
 /// An operand as it is read at a common width: a negative one is extended by ones, any other by zeros. One that has
 /// this width already is read as it is, bits above the width included.
-struct Operand {
-    Operand(const KVAL_SINTEGER& v) : number(v), negative(SignedInternals::Negative(v)) {}
-    Operand(const KVAL_UINTEGER& v) : number(v), negative(false) {}
-
+struct Extended {
     /// The extended words: the stored ones where they will do, else they are written to `out`.
     const Word* words(unsigned width, Word* out) const {
-        const Internals::View own = Internals::Words(number);
-        if (number.bitwidth() == width) return own.value;
+        if (own.width == width) return own.value;
         const std::size_t size = word_count(width);
         words::copy(out, own.value, own.size);
         if (negative) out[own.size - 1] |= top_ones();
         std::fill(out + own.size, out + size, negative ? ~Word{0} : Word{0});
-        out[size - 1] &= Internals::TopMask(width);
+        out[size - 1] &= detail::used_of_top_word(width);
         return out;
     }
     /// X bits are extended by known ones.
     void copy_mask(unsigned width, Word* out) const {
-        const Internals::View own = Internals::Words(number);
         const std::size_t size = word_count(width);
         words::fit(out, size, own.mask, own.size);
-        if (number.bitwidth() != width) out[size - 1] &= Internals::TopMask(width);
+        if (own.width != width) out[size - 1] &= detail::used_of_top_word(width);
     }
     /// What extension by ones adds to the top word.
-    [[nodiscard]] Word top_ones() const { return number.get_top() != 0 ? OnesFrom(number.get_top()) : 0; }
+    [[nodiscard]] Word top_ones() const { return own.width % words::kWordBits != 0 ? detail::ones_from(own.width) : 0; }
 
-    const KVAL_UINTEGER& number;
+    const Operand& own;
     bool negative;
 };
 
-/// What signed assignment makes of the words that were copied from a source of `source_width` bits into the arrays of a
-/// wide target of `width` bits: extends or cuts them in place.
-void assign_signed(Word* value, Word* mask, unsigned source_width, bool negative, unsigned width);
+/// A signed operand, and an unsigned one.
+inline Extended by_sign(const Operand& v) { return {v, v.is_negative()}; }
+inline Extended by_zeros(const Operand& v) { return {v, false}; }
 
-}  // namespace kval::detail
+/// A large result under way, with room for the two bits by which it may outgrow the common width. It owns its arrays
+/// until they are handed out.
+class Growing {
+  public:
+    /// Throws std::bad_alloc.
+    Growing(unsigned common_width, unsigned result_flags)
+        : width(common_width),
+          flags(result_flags),
+          capacity_(word_count(common_width + 2)),
+          arrays_(take_arrays(capacity_)) {}
+    ~Growing() {
+        if (arrays_.value != nullptr) give_arrays(arrays_, capacity_);
+    }
+    Growing(const Growing&) = delete;
+    Growing& operator=(const Growing&) = delete;
+
+    [[nodiscard]] Word* value() const { return arrays_.value; }
+    [[nodiscard]] Word* mask() const { return arrays_.mask; }
+    [[nodiscard]] bool is_negative() const {
+        return (arrays_.value[(width - 1) / words::kWordBits] >> (width - 1) % words::kWordBits & 1U) != 0;
+    }
+    void trim() const { kval::trim(arrays_, width); }
+
+    /// Ends an unsigned sum of this width; throws std::bad_alloc where it grows too wide.
+    void finish_sum(bool carry) { width = finished_sum(arrays_, width, carry); }
+    /// One bit wider, by a zero bit; throws std::bad_alloc where that is too wide.
+    void widen();
+    /// Sets the top bit as set_bit() does it: the bit is known, and flag X goes when its word holds no X mark.
+    void set_top(bool top);
+    /// As if assigned to a signed value of another large width; throws std::bad_alloc where that is too wide.
+    void assign(unsigned new_width);
+
+    /// Hands out the arrays.
+    Result result() {
+        const Result made = {{planes_of(arrays_), static_cast<unsigned>(capacity_)}, width, flags};
+        arrays_ = {};
+        return made;
+    }
+
+    unsigned width;
+    unsigned flags;
+
+  private:
+    std::size_t capacity_;
+    Arrays arrays_;
+};
+
+/// What signed assignment makes of the words that were copied from a source of `source_width` bits into the arrays of a
+/// large target of `width` bits: extends or cuts them in place.
+void assign_signed(const Arrays& target, unsigned source_width, bool negative, unsigned width);
+
+}  // namespace kval

@@ -1,8 +1,8 @@
-// Products with a signed operand that are wide, and the arithmetic right shifts of wide values.
+// Large products with a signed operand, and the arithmetic right shift of large values in place.
 #include <algorithm>
 
 #include "kval.h"
-#include "signed/extended.h"
+#include "ops/muldiv.h"
 #include "value/scratch.h"
 #include "value/storage.h"
 #include "words/carry.h"
@@ -11,73 +11,63 @@
 namespace kval::detail {
 namespace {
 
-// By the stored words, of which a moved-from value has one.
-std::size_t scratch_size(const KVAL_UINTEGER& v, bool negative) { return negative ? Internals::Words(v).size : 0; }
+// A number of up to 128 bits, extended to all of them, and the ones that say whether it is negative.
+struct SignedNumber {
+    SignedNumber(const Operand& v, bool negative)
+        : sign(words::QuadWord{0} - static_cast<words::QuadWord>(negative)),
+          number(number_of(v) | sign << ((v.width - 1) & 127U)) {}
+
+    words::QuadWord sign;
+    words::QuadWord number;
+};
+
+// Each negative factor counts 2^128 too much, which multiplies the other one.
+words::QuadPair short_product(const SignedNumber& a, const SignedNumber& b) {
+    const words::QuadPair product = words::multiply_quads(a.number, b.number);
+    return {product.low, product.high - (a.sign & b.number) - (b.sign & a.number)};
+}
 
 // The words of an operand's magnitude: the stored ones where it is not negative, else negated ones in `scratch`.
-Internals::View magnitude(const KVAL_UINTEGER& v, bool negative, Word* scratch) {
-    Internals::View words = Internals::Words(v);
-    if (!negative) return words;
-    words::negate(scratch, words.value, words.size);
-    scratch[words.size - 1] &= Internals::TopMask(v.bitwidth());
-    words.value = scratch;
-    return words;
+const Word* magnitude_words(const Operand& v, bool negative, Word* scratch) {
+    if (!negative) return v.value;
+    words::negate(scratch, v.value, v.size);
+    scratch[v.size - 1] &= used_of_top_word(v.width);
+    return scratch;
 }
 
 }  // namespace
 
-// The product of the magnitudes, negated when the signs differ; an unsigned operand is never negative.
-KVAL_SINTEGER SignedInternals::ProductWide(const KVAL_UINTEGER& a, bool a_negative, const KVAL_UINTEGER& b,
-                                           bool b_negative) {
-    const unsigned width = KVAL_UINTEGER::AtLeastOne(a.width + b.width);
-    if (a.is_x() || b.is_x()) {
-        KVAL_SINTEGER all_x(0, width);
-        all_x.force_x();
-        return all_x;
-    }
+// The product of the magnitudes, negated when the signs differ.
+Planes MulSignedLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, Signs signs) {
+    const unsigned width = at_least_one(l_width + r_width);
+    const Operand a(l, l_width);
+    const Operand b(r, r_width);
     // Where the sum of the widths is too large to be one, a single bit is left.
-    if (width == 1) return Result(1, {a.uint() & b.uint() & 1U, 0}, 0);
-    const std::size_t a_scratch = scratch_size(a, a_negative);
-    const std::size_t magnitudes = a_scratch + scratch_size(b, b_negative);
+    if (width == 1) return {a.value[0] & b.value[0] & 1U, 0};
+    if (l_width <= kShortFactor && r_width <= kShortFactor)
+        return known_planes(short_product({a, signs.l}, {b, signs.r}), width);
+    const std::size_t a_scratch = signs.l ? a.size : 0;
+    const std::size_t magnitudes = a_scratch + (signs.r ? b.size : 0);
+    Scratch scratch(magnitudes + words::multiply_scratch(word_count(width), a.size, b.size));
+    const Word* const x = magnitude_words(a, signs.l, scratch.words());
+    const Word* const y = magnitude_words(b, signs.r, scratch.words() + a_scratch);
+    Target out(width);
+    words::multiply(out.value, out.size, x, a.size, y, b.size, scratch.words() + magnitudes);
+    std::fill_n(out.mask, out.size, Word{0});
+    if (signs.l != signs.r) words::negate(out.value, out.value, out.size);
+    return out.trimmed();
+}
+
+void ShrAssignNegativeLarge(Planes v, unsigned width, unsigned count) noexcept {
+    const Arrays out = arrays_of(v);
     const std::size_t size = word_count(width);
-    Scratch scratch(magnitudes + words::multiply_scratch(size, Internals::Words(a).size, Internals::Words(b).size));
-    const Internals::View x = magnitude(a, a_negative, scratch.words());
-    const Internals::View y = magnitude(b, b_negative, scratch.words() + a_scratch);
-    const bool negative = a_negative != b_negative;
-    KVAL_SINTEGER product(width, size, 0);
-    words::multiply(product.uvalue.words, size, x.value, x.size, y.value, y.size, scratch.words() + magnitudes);
-    std::fill_n(product.xmask.words, size, Word{0});
-    if (negative) words::negate(product.uvalue.words, product.uvalue.words, size);
-    product.EnforceWidth();
-    return product;
-}
-
-KVAL_SINTEGER SignedInternals::MulWide(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
-    return ProductWide(a, Negative(a), b, Negative(b));
-}
-
-KVAL_SINTEGER SignedInternals::MulWide(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
-    return ProductWide(a, Negative(a), b, false);
+    const bool out_of_range = shifted_out(width, count);
+    if (!out_of_range) ShrAssignLarge(v, width, count);
+    const std::size_t start = out_of_range ? 0 : fill_start(width, count);
+    const std::size_t first = start / words::kWordBits;
+    out.value[first] |= ones_from(static_cast<unsigned>(start));
+    std::fill(out.value + first + 1, out.value + size, ~Word{0});
+    trim(out, width);
 }
 
 }  // namespace kval::detail
-
-using kval::detail::OnesFrom;
-using kval::detail::SignedInternals;
-using kval::words::Word;
-
-KVAL_SINTEGER& KVAL_SINTEGER::ShrAssignNegativeWide(unsigned count) noexcept {
-    const std::size_t size = kval::word_count(width);
-    if (SignedInternals::ShiftedOut(width, count)) {
-        std::fill_n(uvalue.words, size, ~Word{0});
-        Changed();
-        return *this;
-    }
-    ShrAssignWide(count);
-    const unsigned filled = SignedInternals::FilledWords(get_top(), count);
-    const std::size_t whole = std::min<std::size_t>(filled, size);
-    std::fill_n(uvalue.words + (size - whole), whole, ~Word{0});
-    if (filled < size) uvalue.words[size - 1 - filled] |= OnesFrom(SignedInternals::FillStart(get_top(), count));
-    EnforceWidth();
-    return *this;
-}

@@ -1,4 +1,4 @@
-// Wide signed values: construction, assignment, resizing and negation in two's complement.
+// Large signed values: construction, assignment, resizing and negation in two's complement.
 #include <algorithm>
 
 #include "kval.h"
@@ -7,16 +7,12 @@
 #include "words/carry.h"
 #include "words/fit.h"
 
-using kval::detail::Internals;
-using kval::detail::OnesFrom;
-using kval::detail::SignedInternals;
-using kval::words::Word;
+namespace kval {
 
-namespace kval::detail {
-
-void assign_signed(Word* value, Word* mask, unsigned source_width, bool negative, unsigned width) {
+void assign_signed(const Arrays& target, unsigned source_width, bool negative, unsigned width) {
+    const auto [value, mask] = target;
     const std::size_t size = word_count(width);
-    const std::size_t source_size = word_count(source_width);
+    const std::size_t source_size = stored_words(source_width);
     const unsigned source_top = source_width % words::kWordBits;
     const bool ones = negative && source_top != 0;
     if (source_size < size) {
@@ -25,12 +21,12 @@ void assign_signed(Word* value, Word* mask, unsigned source_width, bool negative
     }
     // Deliberate: unknown bits in the word that is filled up with ones are dropped.
     if (ones && source_size <= size) {
-        value[source_size - 1] |= OnesFrom(source_top);
+        value[source_size - 1] |= detail::ones_from(source_top);
         mask[source_size - 1] = 0;
     }
     // Deliberate: the target's top word gets the same ones again, although they start where the source's width says.
-    if (ones) value[size - 1] |= OnesFrom(source_top);
-    const Word top_mask = Internals::TopMask(width);
+    if (ones) value[size - 1] |= detail::ones_from(source_top);
+    const Word top_mask = detail::used_of_top_word(width);
     value[size - 1] &= top_mask;
     mask[size - 1] &= top_mask;
     // A source that is not negative never gives a negative target.
@@ -41,44 +37,56 @@ void assign_signed(Word* value, Word* mask, unsigned source_width, bool negative
     }
 }
 
-}  // namespace kval::detail
+namespace detail {
 
 // Deliberate: the top word is not trimmed, so that its bits above the width are ones too.
-void KVAL_SINTEGER::FillOnesWide() noexcept { std::fill_n(uvalue.words + 1, get_size() - 1, ~Word{0}); }
-
-// Deliberate: not trimmed, so that bits of a wider source stay above the width.
-KVAL_SINTEGER& KVAL_SINTEGER::AssignUnsignedWide(const KVAL_UINTEGER& other) noexcept {
-    const std::size_t size = kval::word_count(width);
-    const Internals::View from = Internals::Words(other);
-    kval::words::fit(uvalue.words, size, from.value, from.size);
-    kval::words::fit(xmask.words, size, from.mask, from.size);
-    CopyFlags(other);
-    DeleteString();
-    return *this;
+Planes ConstructSignedLarge(int number, unsigned width) {
+    const Planes planes = ConstructLarge(static_cast<unsigned>(number), width);
+    if (number < 0) std::fill_n(array_of(planes.value) + 1, word_count(width) - 1, ~Word{0});
+    return planes;
 }
 
-// The words alone: flags and text are the caller's.
-KVAL_SINTEGER& KVAL_SINTEGER::AssignSignedWide(const KVAL_SINTEGER& other) noexcept {
-    const Internals::View from = Internals::Words(other);
-    const std::size_t both = std::min(from.size, kval::word_count(width));
-    kval::words::copy(uvalue.words, from.value, both);
-    kval::words::copy(xmask.words, from.mask, both);
-    kval::detail::assign_signed(uvalue.words, xmask.words, other.width, SignedInternals::Negative(other), width);
-    return *this;
+Planes AssignSignedLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept {
+    const Operand source(from, from_width);
+    const bool negative = source.is_negative();
+    if (is_small(width)) {
+        const Planes low = {words::limb_at(source.value, source.size, 0), words::limb_at(source.mask, source.size, 0)};
+        return assigned(low, from_width, negative, width);
+    }
+    const Arrays to = arrays_of(target);
+    const std::size_t both = std::min<std::size_t>(source.size, word_count(width));
+    if (to.value != source.value) {
+        words::copy(to.value, source.value, both);
+        words::copy(to.mask, source.mask, both);
+    }
+    assign_signed(to, from_width, negative, width);
+    return target;
 }
 
-void KVAL_SINTEGER::ResizeNegativeWide(unsigned new_width) {
-    const unsigned old_width = width;
-    const std::size_t old_size = kval::word_count(old_width);
-    ResizeWide(new_width);
-    if (new_width <= old_width) return;
-    if (old_width % kval::words::kWordBits != 0) uvalue.words[old_size - 1] |= OnesFrom(old_width);
-    std::fill(uvalue.words + old_size, uvalue.words + kval::word_count(new_width), ~Word{0});
-    EnforceWidth();
+Planes AssignUntrimmedLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept {
+    const Operand source(from, from_width);
+    Target to(target, width);
+    words::fit(to.value, to.size, source.value, source.size);
+    words::fit(to.mask, to.size, source.mask, source.size);
+    return to.planes();
 }
 
-KVAL_SINTEGER& KVAL_SINTEGER::ComplementWide() noexcept {
-    kval::words::negate(uvalue.words, uvalue.words, kval::word_count(width));
-    Changed();
-    return *this;
+Storage ResizeNegativeLarge(Planes old, unsigned capacity, unsigned width, unsigned new_width) {
+    const Storage resized = ResizeLarge(old, capacity, width, new_width);
+    if (new_width <= width) return resized;
+    const Arrays to = arrays_of(resized.planes);
+    const std::size_t old_size = stored_words(width);
+    if (width % words::kWordBits != 0) to.value[old_size - 1] |= ones_from(width);
+    std::fill(to.value + old_size, to.value + word_count(new_width), ~Word{0});
+    trim(to, new_width);
+    return resized;
 }
+
+void NegateLarge(Planes planes, unsigned width) noexcept {
+    const Arrays arrays = arrays_of(planes);
+    words::negate(arrays.value, arrays.value, word_count(width));
+    trim(arrays, width);
+}
+
+}  // namespace detail
+}  // namespace kval

@@ -1,22 +1,23 @@
-// Access to wide values, and the messages of the bit accessors.
+// Access to large values, and the messages of the bit accessors.
 #include <algorithm>
 
 #include "kval.h"
 #include "value/storage.h"
 #include "words/compare.h"
 
-using kval::words::Word;
+namespace kval::detail {
 
-bool KVAL_UINTEGER::IsNumberWide(unsigned number) const noexcept {
-    return kval::words::equal(uvalue.words, kval::word_count(width), &number, 1);
+bool IsNumberLarge(std::uint64_t value, unsigned width, unsigned number) noexcept {
+    return words::equal(array_of(value), word_count(width), &number, 1);
 }
 
-KVAL_UINTEGER& KVAL_UINTEGER::ForceXWide() noexcept {
-    std::fill_n(xmask.words, kval::word_count(width), ~Word{0});
-    EnforceWidth();
-    return SetFlag(kX);
+void ForceXLarge(Planes planes, unsigned width) noexcept {
+    std::fill_n(array_of(planes.mask), word_count(width), ~Word{0});
+    TrimLarge(planes, width);
 }
 
-void KVAL_UINTEGER::ThrowBitPosition() { throw "KVAL_UINTEGER::bit() called with illegal bit_position"; }
+void ThrowBitPosition() { throw "KVAL_UINTEGER::bit() called with illegal bit_position"; }
 
-void KVAL_UINTEGER::ThrowSetBitPosition() { throw "KVAL_UINTEGER::set_bit() called with illegal bit_position"; }
+void ThrowSetBitPosition() { throw "KVAL_UINTEGER::set_bit() called with illegal bit_position"; }
+
+}  // namespace kval::detail

@@ -1,10 +1,10 @@
-// Hashes of wide values and of byte strings.
+// Hashes of large values and of byte strings.
 #include "kval.h"
 #include "value/storage.h"
 
-unsigned KVAL_UINTEGER::HashWide() const noexcept {
+unsigned kval::detail::HashLarge(std::uint64_t value, unsigned width) noexcept {
     unsigned hash = 0;
-    for (std::size_t i = 0; i < kval::word_count(width); ++i) hash ^= twang_uinthash(uvalue.words[i]);
+    for (std::size_t i = 0; i < kval::word_count(width); ++i) hash ^= twang_uinthash(array_of(value)[i]);
     return hash;
 }
 

@@ -1,108 +1,62 @@
-// Construction, copying, assignment, resizing and release of wide values.
+// Construction, copying, assignment, resizing and release of large values.
 #include <algorithm>
 #include <memory>
 
 #include "kval.h"
 #include "value/storage.h"
 #include "words/fit.h"
-#include "words/shift.h"
-
-using kval::detail::Internals;
-using kval::words::fit;
-using kval::words::Word;
-
-// Arrays longer than any that are kept, and the one place where a value may turn out too wide.
-void KVAL_UINTEGER::AllocateLong(std::size_t words) {
-    kval::check_width(width);
-    OwnPlanes(kval::detail::NewPlanes(words), words);
-}
 
 namespace kval::detail {
-namespace {
 
-void write_number(const Planes& planes, std::size_t size, unsigned value) {
-    std::fill_n(planes.value, size, Word{0});
-    std::fill_n(planes.mask, size, Word{0});
-    planes.value[0] = value;
-}
-
-}  // namespace
-
-Planes Internals::ConstructedWide(unsigned value, unsigned width) {
-    const Planes planes = take_planes(width);
-    write_number(planes, word_count(width), value);
+Planes ConstructLarge(unsigned number, unsigned width) {
+    const Planes planes = planes_of(arrays_for(width));
+    AssignNumberLarge(planes, width, number);
     return planes;
 }
 
-Planes Internals::CopiedWide(const KVAL_UINTEGER& v) {
-    const Planes planes = take_planes(v.width);
-    words::copy(planes.value, v.uvalue.words, Size(v));
-    words::copy(planes.mask, v.xmask.words, Size(v));
-    return planes;
+Planes CopyLarge(Planes from, unsigned width) {
+    const Arrays source = arrays_of(from);
+    const Arrays copy = arrays_for(width);
+    words::copy(copy.value, source.value, word_count(width));
+    words::copy(copy.mask, source.mask, word_count(width));
+    return planes_of(copy);
 }
 
-// A left shift whose width wrapped has lost bits, and may have some above its width.
-Planes Internals::ShiftedWide(const KVAL_UINTEGER& v, unsigned count, bool left, unsigned width) {
-    const Planes planes = take_planes(width);
-    const std::size_t size = word_count(width);
-    const View from = Words(v);
-    const auto shift = left ? words::shift_left : words::shift_right;
-    // A right shift clears even the bits that `v` may hold above its width once the count reaches the width.
-    const std::size_t words = left || count < width ? from.size : 0;
-    shift(planes.value, size, from.value, words, count);
-    shift(planes.mask, size, from.mask, words, count);
-    if (!left || std::uint64_t{v.width} + count != width) Trim(planes, width);
-    return planes;
+Planes AssignLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept {
+    const Operand source(from, from_width);
+    Target to(target, width);
+    words::fit(to.value, to.size, source.value, source.size);
+    words::fit(to.mask, to.size, source.mask, source.size);
+    return width == from_width ? to.planes() : to.trimmed();
 }
+
+void AssignNumberLarge(Planes target, unsigned width, unsigned number) noexcept {
+    const Arrays arrays = arrays_of(target);
+    std::fill_n(arrays.value, word_count(width), Word{0});
+    std::fill_n(arrays.mask, word_count(width), Word{0});
+    arrays.value[0] = number;
+}
+
+// New arrays are taken only where the word count grows; a large value that shrinks keeps its longer ones.
+Storage ResizeLarge(Planes old, unsigned capacity, unsigned width, unsigned new_width) {
+    const Operand from(old, width);
+    if (!is_small(new_width) && word_count(new_width) <= from.size) {
+        trim(arrays_of(old), new_width);
+        return {old, capacity};
+    }
+    Target to(new_width);
+    words::fit(to.value, to.size, from.value, from.size);
+    words::fit(to.mask, to.size, from.mask, from.size);
+    ReleaseLarge(old, capacity);
+    return {to.trimmed(), capacity_of(new_width)};
+}
+
+void TrimLarge(Planes planes, unsigned width) noexcept { trim(arrays_of(planes), width); }
+
+void ReleaseLarge(Planes planes, unsigned capacity) noexcept {
+    if (capacity != 0) give_arrays(arrays_of(planes), capacity);
+}
+
+void DeleteText(const char* text) noexcept { const std::unique_ptr<const char[]> released(text); }
 
 }  // namespace kval::detail
-
-KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(const KVAL_UINTEGER& other) noexcept {
-    const std::size_t size = kval::word_count(width);
-    const Internals::View from = Internals::Words(other);
-    fit(uvalue.words, size, from.value, from.size);
-    fit(xmask.words, size, from.mask, from.size);
-    flags = other.flags;
-    if (width != other.width) EnforceWidth();
-    DeleteString();
-    return *this;
-}
-
-// The flags are cleared by the caller.
-KVAL_UINTEGER& KVAL_UINTEGER::AssignWide(unsigned value) noexcept {
-    kval::detail::write_number(Internals::PlanesOf(*this), kval::word_count(width), value);
-    DeleteString();
-    return *this;
-}
-
-// Copy assignment to a moved-from value, which takes the width as well.
-KVAL_UINTEGER& KVAL_UINTEGER::AdoptCopy(const KVAL_UINTEGER& other) {
-    KVAL_UINTEGER copy(other);
-    TakeFrom(copy);
-    return *this;
-}
-
-// Resizes from or to a wide width. New arrays are taken only when the word count grows; a value that shrinks keeps its
-// longer ones.
-void KVAL_UINTEGER::ResizeWide(unsigned new_width) {
-    const std::size_t size = kval::word_count(new_width);
-    const Internals::View old = Internals::Words(*this);
-    if (size > old.size) {
-        kval::check_width(new_width);
-        const kval::detail::Planes grown = kval::detail::TakePlanes(size);
-        fit(grown.value, size, old.value, old.size);
-        fit(grown.mask, size, old.mask, old.size);
-        DeleteData();
-        OwnPlanes(grown, size);
-    } else if (IsCompact(static_cast<int>(new_width))) {
-        const Word value = old.value[0];
-        const Word mask = old.mask[0];
-        DeleteData();
-        uvalue.word = value;
-        xmask.word = mask;
-    }
-    width = new_width;
-    Changed();
-}
-
-void Internals::DeleteText(const char* text) noexcept { const std::unique_ptr<const char[]> released(text); }

@@ -1,4 +1,4 @@
-// The arrays of wide values, each from array new and back to array delete, and the stock that each thread keeps of
+// The arrays of large values, each from array new and back to array delete, and the stock that each thread keeps of
 // them.
 #include <pthread.h>
 
@@ -10,16 +10,17 @@
 #include <utility>
 
 #include "kval.h"
+#include "value/stock.h"
 
 // In programs that have AddressSanitizer, whether this library was built with it or not.
 extern "C" __attribute__((weak)) void __asan_init();  // NOLINT(bugprone-reserved-identifier)
 
-namespace kval::detail {
+namespace kval {
 namespace {
 
 // How many pairs of a length are kept: many of the short ones that the temporaries of an expression take.
 constexpr std::uint32_t room_for(std::size_t words) {
-    if (words < 2) return 0;  // such values own no arrays
+    if (words < 3) return 0;  // such values are small
     if (words <= 16) return Shelf::kSlots;
     return 8;
 }
@@ -28,9 +29,9 @@ constexpr std::uint32_t room_for(std::size_t words) {
 // go round: only of lengths that cost little.
 constexpr int more_of(std::size_t words) { return words <= 8 ? 3 : 0; }
 
-void release(std::uint32_t* value, std::uint32_t* mask) noexcept {
-    delete[] value;
-    delete[] mask;
+void release(const Arrays& arrays) noexcept {
+    delete[] arrays.value;
+    delete[] arrays.mask;
 }
 
 // The last few pairs of longer arrays, of any length up to kLongestPair.
@@ -40,29 +41,29 @@ class LongPairs {
     static constexpr std::size_t kPairs = 8;
 
     ~LongPairs() {
-        for (const Pair& pair : pairs_) release(pair.planes.value, pair.planes.mask);
+        for (const Pair& pair : pairs_) release(pair.arrays);
     }
 
-    bool take(std::size_t words, Planes& planes) noexcept {
+    bool take(std::size_t words, Arrays& arrays) noexcept {
         for (Pair& pair : pairs_) {
             if (pair.words != words) continue;
-            planes = std::exchange(pair, Pair{}).planes;
+            arrays = std::exchange(pair, Pair{}).arrays;
             return true;
         }
         return false;
     }
     // In place of the one that has been here for longest.
-    void give(const Planes& planes, std::size_t words) noexcept {
+    void give(const Arrays& arrays, std::size_t words) noexcept {
         Pair& pair = pairs_[next_];
         next_ = (next_ + 1) % kPairs;
-        release(pair.planes.value, pair.planes.mask);
-        pair = {words, planes};
+        release(pair.arrays);
+        pair = {words, arrays};
     }
 
   private:
     struct Pair {
         std::size_t words = 0;
-        Planes planes{};
+        Arrays arrays{};
     };
     std::array<Pair, kPairs> pairs_;
     std::size_t next_ = 0;
@@ -75,10 +76,7 @@ struct FullStock : Stock {
     }
     ~FullStock() {
         for (Shelf& shelf : shelves) {
-            while (shelf.HasOne()) {
-                const Planes planes = shelf.Take();
-                release(planes.value, planes.mask);
-            }
+            while (shelf.HasOne()) release(shelf.Take());
         }
     }
     FullStock(const FullStock&) = delete;
@@ -89,7 +87,7 @@ struct FullStock : Stock {
 
 consteval std::size_t bytes_of(std::size_t pairs, std::size_t words) {
     constexpr std::size_t heap_overhead = 16;
-    return pairs * 2 * (words * sizeof(std::uint32_t) + heap_overhead);
+    return pairs * 2 * (words * sizeof(Word) + heap_overhead);
 }
 
 consteval std::size_t most_bytes() {
@@ -147,9 +145,9 @@ void open_stock() noexcept {
     if (opened && pthread_setspecific(thread_end.key, opened.get()) == 0) stock = opened.release();
 }
 
-Planes new_pair(std::size_t words) {
-    auto value = std::make_unique_for_overwrite<std::uint32_t[]>(words);
-    auto mask = std::make_unique_for_overwrite<std::uint32_t[]>(words);
+Arrays new_pair(std::size_t words) {
+    auto value = std::make_unique_for_overwrite<Word[]>(words);
+    auto mask = std::make_unique_for_overwrite<Word[]>(words);
     return {value.release(), mask.release()};
 }
 
@@ -157,8 +155,7 @@ Planes new_pair(std::size_t words) {
 void add_more(std::size_t words) noexcept {
     try {
         for (int i = 0; i < more_of(words); ++i) {
-            const Planes more = new_pair(words);
-            GivePlanes(more.value, more.mask, words);
+            give_arrays(new_pair(words), words);
         }
     } catch (...) {
         return;
@@ -169,27 +166,27 @@ void add_more(std::size_t words) noexcept {
 
 constinit __thread Stock* stock __attribute__((tls_model("initial-exec"))) = &unopened;
 
-Planes NewPlanes(std::size_t words) {
+Arrays new_arrays(std::size_t words) {
     if (stock == &unopened) open_stock();
-    Planes planes{};
-    if (is_kept_longer(words) && opened_stock().longer.take(words, planes)) return planes;
-    planes = new_pair(words);
+    Arrays arrays{};
+    if (is_kept_longer(words) && opened_stock().longer.take(words, arrays)) return arrays;
+    arrays = new_pair(words);
     if (is_open() && words <= Stock::kLongest) add_more(words);
-    return planes;
+    return arrays;
 }
 
-void DeletePlanes(std::uint32_t* value, std::uint32_t* mask, std::size_t words) noexcept {
+void delete_arrays(const Arrays& arrays, std::size_t words) noexcept {
     if (stock == &unopened) {
         open_stock();
-        if (is_open()) return GivePlanes(value, mask, words);
+        if (is_open()) return give_arrays(arrays, words);
     }
-    if (is_kept_longer(words)) return opened_stock().longer.give({value, mask}, words);
-    release(value, mask);
+    if (is_kept_longer(words)) return opened_stock().longer.give(arrays, words);
+    release(arrays);
 }
 
-void KeepArrays(bool keep) noexcept {
+void detail::KeepArrays(bool keep) noexcept {
     close_stock();
     if (keep) open_stock();
 }
 
-}  // namespace kval::detail
+}  // namespace kval

@@ -2,30 +2,27 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <utility>
 
 #include "kval.h"
 #include "value/storage.h"
 #include "words/digits.h"
 
-using kval::detail::Internals;
-using kval::words::Word;
-
+namespace kval::detail {
 namespace {
 
 struct Radix {
     unsigned bits_per_digit;
     void (*write)(char* text, std::size_t digits, const Word* value, const Word* unknown, Word top_mask);
 };
-constexpr Radix kHexadecimal{4, kval::words::write_hexadecimal};
-constexpr Radix kBinary{1, kval::words::write_binary};
+constexpr Radix kHexadecimal{4, words::write_hexadecimal};
+constexpr Radix kBinary{1, words::write_binary};
 
 // The letters of a value marked Z, weak low or weak high, in place of its digits. Deliberate: a letter goes to the
 // mirrored place of its digit, an X to its own. They may fall on each other, where the one that belongs to the higher
 // digit stays, and a place may be left as a zero byte.
-void replace_by_letters(char* text, std::size_t digits, const KVAL_UINTEGER& v) {
-    const char weak = v.is_wl() ? 'L' : 'H';
-    const char letter = v.is_z() ? 'Z' : weak;
+void replace_by_letters(char* text, std::size_t digits, unsigned flags) {
+    const char weak = (flags & kWeakLow) != 0 ? 'L' : 'H';
+    const char letter = (flags & kZ) != 0 ? 'Z' : weak;
     if (std::memchr(text, 'X', digits) == nullptr) {
         std::memset(text, letter, digits);
         return;
@@ -42,14 +39,12 @@ void replace_by_letters(char* text, std::size_t digits, const KVAL_UINTEGER& v) 
     }
 }
 
-template <const Radix& kRadix>
-char* new_text(const KVAL_UINTEGER& v) {
-    const std::size_t digits = (std::size_t{v.bitwidth()} + kRadix.bits_per_digit - 1) / kRadix.bits_per_digit;
+char* new_text(const Radix& radix, const Operand& v, unsigned flags) {
+    const std::size_t digits = (std::size_t{v.width} + radix.bits_per_digit - 1) / radix.bits_per_digit;
     char* text = new char[digits + 1];
-    const Internals::View words = Internals::Words(v);
     // X marks above the width do not show, value bits there do: deliberate.
-    kRadix.write(text, digits, words.value, words.mask, Internals::TopMask(v.bitwidth()));
-    if (v.is_z() || v.is_wl() || v.is_wh()) replace_by_letters(text, digits, v);
+    radix.write(text, digits, v.value, v.mask, used_of_top_word(v.width));
+    if ((flags & (kZ | kWeakLow | kWeakHigh)) != 0) replace_by_letters(text, digits, flags);
     text[digits] = '\0';
     return text;
 }
@@ -60,14 +55,15 @@ class Source {
   public:
     Source(const char* given, unsigned bits_per_digit, const char* cached)
         : text(given != nullptr ? given : ""), length(std::strlen(text)) {
-        kval::check_width(length * bits_per_digit);
+        check_width(length * bits_per_digit);
         if (cached == nullptr || std::strlen(cached) != length) room_.reset(new char[length + 1]);
     }
 
-    /// The copy; `cached` is the cached text still.
+    /// The copy, which takes the place of the cached text.
     char* copied(char* cached) {
         char* const copy = room_ != nullptr ? room_.release() : cached;
         std::memmove(copy, text, length + 1);
+        if (copy != cached) delete[] cached;
         return copy;
     }
 
@@ -78,68 +74,53 @@ class Source {
     std::unique_ptr<char[]> room_;
 };
 
-// Holds the cached text of a value that changes its width, since the text to be parsed may lie in it; then puts it
-// back, whether there was memory for the new width or not.
-class HeldText {
-  public:
-    explicit HeldText(char*& text_cache) : place_(text_cache), text_(std::exchange(text_cache, nullptr)) {}
-    ~HeldText() { place_ = text_; }
-    HeldText(const HeldText&) = delete;
-    HeldText& operator=(const HeldText&) = delete;
-
-  private:
-    char*& place_;
-    char* text_;
-};
+// The value at the width of the text to be parsed. The cached text stays, as the text to be parsed may lie in it.
+Parsed resized(const Parsed& before, std::size_t width) {
+    Parsed after = before;
+    after.width = at_least_one(static_cast<unsigned>(width));
+    if (width == before.width) return after;
+    after.storage = ResizeLarge(before.storage.planes, before.storage.capacity, before.width, after.width);
+    return after;
+}
 
 }  // namespace
 
-// Caches a text in place of the old one.
-const char* KVAL_UINTEGER::KeepText(char* text, std::uint8_t kind) const noexcept {
-    if (text != text_cache) delete[] text_cache;
-    text_cache = text;
-    flags = static_cast<std::uint8_t>((flags & ~kBinaryText) | kind);
-    return text;
+char* HexadecimalText(Planes planes, unsigned width, unsigned flags) {
+    return new_text(kHexadecimal, Operand(planes, width), flags);
 }
 
-const char* KVAL_UINTEGER::as_hex_string() const {
-    if (text_cache != nullptr && (flags & kBinaryText) == 0) return text_cache;
-    return KeepText(new_text<kHexadecimal>(*this), 0);
+char* BinaryText(Planes planes, unsigned width, unsigned flags) {
+    return new_text(kBinary, Operand(planes, width), flags);
 }
 
-const char* KVAL_UINTEGER::as_bin_string() const {
-    if (text_cache != nullptr && (flags & kBinaryText) != 0) return text_cache;
-    return KeepText(new_text<kBinary>(*this), kBinaryText);
+Parsed ParseHexadecimal(const char* text, Parsed before) {
+    Source source(text, kHexadecimal.bits_per_digit, before.text);
+    Parsed after = resized(before, source.length * kHexadecimal.bits_per_digit);
+    Target to(after.storage.planes, after.width);
+    words::read_hexadecimal(to.value, to.mask, source.text, source.length);
+    after.storage.planes = to.trimmed();
+    after.text = source.copied(before.text);
+    return after;
 }
 
-KVAL_UINTEGER& KVAL_UINTEGER::set_value_from_bin_string(const char* text) {
-    Source source(text, kBinary.bits_per_digit, text_cache);
-    {
-        const HeldText held(text_cache);
-        bitwidth(static_cast<unsigned>(source.length));
-        if (std::memchr(source.text, 'X', source.length) != nullptr) force_x();
+Parsed ParseBinary(const char* text, Parsed before) {
+    Source source(text, kBinary.bits_per_digit, before.text);
+    Parsed after = resized(before, source.length);
+    Target to(after.storage.planes, after.width);
+    if (std::memchr(source.text, 'X', source.length) != nullptr) {
+        std::fill_n(to.mask, to.size, ~Word{0});
+        to.trim();
+        after.flags = with_x(after.flags);
     }
-    Word* const value = IsCompact() ? &uvalue.word : uvalue.words;
-    Word* const mask = IsCompact() ? &xmask.word : xmask.words;
     // As set_bit does for each digit: a word left without X clears the flag, whatever the other words hold.
-    if (kval::words::read_binary(value, mask, source.text, source.length)) {
-        flags = static_cast<std::uint8_t>(flags & ~kX);
-    }
-    KeepText(source.copied(text_cache), kBinaryText);
-    EnforceWidth();
-    return *this;
+    if (words::read_binary(to.value, to.mask, source.text, source.length)) after.flags = without_x(after.flags);
+    after.storage.planes = to.trimmed();
+    after.text = source.copied(before.text);
+    return after;
 }
 
-KVAL_UINTEGER& KVAL_UINTEGER::set_value_from_hex_string(const char* text) {
-    Source source(text, kHexadecimal.bits_per_digit, text_cache);
-    {
-        const HeldText held(text_cache);
-        bitwidth(static_cast<unsigned>(source.length) * kHexadecimal.bits_per_digit);
-    }
-    Word* const value = IsCompact() ? &uvalue.word : uvalue.words;
-    Word* const mask = IsCompact() ? &xmask.word : xmask.words;
-    kval::words::read_hexadecimal(value, mask, source.text, source.length);
-    KeepText(source.copied(text_cache), 0);
-    EnforceWidth();
-    return *this;
-}
+}  // namespace kval::detail
+
+// Inline everywhere, and yet in the library as well: a debugger calls them by their addresses.
+[[gnu::used]] constexpr const char* (KVAL_UINTEGER::*callable_in_a_debugger[])() const = {
+    &KVAL_UINTEGER::as_hex_string, &KVAL_UINTEGER::as_bin_string};

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "kval/detail/limbs.h"
+#include "words/limbs.h"
 
 namespace kval::words {
 

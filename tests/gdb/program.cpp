@@ -66,6 +66,7 @@ __attribute__((noinline)) void reached(const KVAL_UINTEGER& first, KVAL_SINTEGER
 int main() {
     KVAL_UINTEGER address = hex("12345ABCDE");
     KVAL_UINTEGER odd(0x1F, 5), bit(1, 1), word(0xDEADBEEF, 32), pair = hex("FEDCBA9876543210");
+    KVAL_UINTEGER bus = hex("123456789ABCDEF012");
     KVAL_UINTEGER wide = (KVAL_UINTEGER(0xABC, 12) << 4084) + KVAL_UINTEGER(0xDEF, 12);
 
     KVAL_UINTEGER x = bin("X010010X"), all_x(0xA5, 8), unflagged = x & KVAL_UINTEGER(0x0F, 8);
@@ -105,11 +106,11 @@ int main() {
     Port port{address, 7};
     Register derived(-2, 8);
 
-    KVAL_UINTEGER moved = address, taken(std::move(moved)), small_moved = x, small_taken(std::move(small_moved));
-    Place destroyed, destroyed_wide;
+    KVAL_UINTEGER moved = bus, taken(std::move(moved)), small_moved = x, small_taken(std::move(small_moved));
+    Place destroyed, destroyed_large;
     (new (destroyed.bytes) KVAL_UINTEGER(0xA5, 8))->~KVAL_UINTEGER();
-    (new (destroyed_wide.bytes) KVAL_UINTEGER(0xA5, 40))->~KVAL_UINTEGER();
-    auto* freed = new KVAL_UINTEGER(0xA5, 40);
+    (new (destroyed_large.bytes) KVAL_UINTEGER(0xA5, 72))->~KVAL_UINTEGER();
+    auto* freed = new KVAL_UINTEGER(0xA5, 72);
     delete freed;
 
     Place garbage, zeros;
@@ -118,22 +119,24 @@ int main() {
     const void* nowhere = reinterpret_cast<const void*>(16);
     Fields no_width{0, nowhere, nowhere, nullptr, 0, 2}, too_wide{0x7FFFFFE1, nowhere, nowhere, nullptr, 0, 0x04000000};
     Fields strange_flags{8, nullptr, nullptr, nullptr, 32, 0}, small_with_arrays{8, nowhere, nowhere, nullptr, 0, 2};
-    Fields short_arrays{65, nowhere, nowhere, nullptr, 0, 2}, bad_arrays{40, nowhere, nowhere, nullptr, 0, 2};
-    Fields bad_mask{40, &address, nowhere, nullptr, 0, 2};
+    Fields pair_with_arrays{64, nowhere, nowhere, nullptr, 0, 2}, short_arrays{65, nowhere, nowhere, nullptr, 0, 2};
+    Fields released{65, nullptr, nullptr, nullptr, 0, 0}, bad_arrays{72, nowhere, nowhere, nullptr, 0, 3};
+    Fields bad_mask{72, &address, nowhere, nullptr, 0, 3};
 
     for (auto* value : {&address, &odd, &bit, &word, &pair, &wide, &x, &all_x, &unflagged, &shifted_out, &x33, &x64}) {
         use(*value);
     }
-    for (auto* value : {&x65, &wide_x, &z, &low, &high, &x_z, &z_low, &all_flags, &wide_z, &low_high, &taken}) {
+    for (auto* value : {&bus, &x65, &wide_x, &z, &low, &high, &x_z, &z_low, &all_flags, &wide_z, &low_high, &taken}) {
         use(*value);
     }
     for (auto* value : {&minus, &plus, &one_bit, &least32, &stray, &least64, &greatest64, &minus65, &signed_x}) {
         use(*value);
     }
-    for (auto* place : {&destroyed, &destroyed_wide, &garbage, &zeros}) use(*place);
-    for (auto* fields : {&no_width, &too_wide, &strange_flags, &small_with_arrays, &short_arrays, &bad_arrays}) {
+    for (auto* place : {&destroyed, &destroyed_large, &garbage, &zeros}) use(*place);
+    for (auto* fields : {&no_width, &too_wide, &strange_flags, &small_with_arrays, &pair_with_arrays, &short_arrays}) {
         use(*fields);
     }
+    use(released), use(bad_arrays);
     use(signed_z), use(signed_unflagged), use(reference), use(rvalue), use(pointer), use(null), use(constant),
         use(values), use(by_number);
     use(array), use(port), use(derived), use(moved), use(small_moved), use(small_taken), use(freed), use(bad_mask);

@@ -76,7 +76,7 @@ TEST(FailureOfTooWide, construction) {
 }
 
 TEST(FailureOfTooWide, resizing) {
-    for (const unsigned width : {8U, 40U}) {
+    for (const unsigned width : {8U, 40U, 100U}) {
         KVAL_UINTEGER v(0x5A, width);
         v.set_x(3).force_wh().as_bin_string();
         const State untouched = observe(v);
@@ -94,7 +94,7 @@ TEST(FailureOfTooWide, signed_construction) {
 }
 
 TEST(FailureOfTooWide, sign_extending) {
-    for (const unsigned width : {8U, 40U}) {
+    for (const unsigned width : {8U, 40U, 100U}) {
         KVAL_SINTEGER v(-5, width);
         v.set_x(3).force_wh().as_bin_string();
         const State untouched = observe(v);
@@ -107,7 +107,7 @@ TEST(FailureOfTooWide, sign_extending) {
 
 // The count is subtracted from the width in 32 bits, and may wrap to a width that is larger.
 TEST(FailureOfTooWide, signed_right_shift) {
-    for (const unsigned width : {8U, 40U}) {
+    for (const unsigned width : {8U, 40U, 100U}) {
         const KVAL_SINTEGER v(-5, width);
         const State untouched = observe(v);
         const std::size_t live = heap::live_blocks();
@@ -118,7 +118,7 @@ TEST(FailureOfTooWide, signed_right_shift) {
 }
 
 TEST(FailureOfTooWide, left_shift) {
-    for (const unsigned width : {8U, 40U}) {
+    for (const unsigned width : {8U, 40U, 100U}) {
         const KVAL_UINTEGER v(0x5A, width);
         const State untouched = observe(v);
         const std::size_t live = heap::live_blocks();

@@ -30,7 +30,7 @@ TEST(Heap, counts_allocations_and_live_blocks) {
 
 TEST(Heap, serves_the_shared_library) {
     const std::size_t allocations = heap::allocations();
-    const KVAL_UINTEGER wide(1, 33);
+    const KVAL_UINTEGER large(1, 65);
     EXPECT_EQ(heap::allocations(), allocations + 2);
 }
 

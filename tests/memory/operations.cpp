@@ -66,7 +66,7 @@ Operations resizing(unsigned l, unsigned r) {
         {"resize to 1 bit", 0, [](Operands& o) { o.left.bitwidth(1); }},
         {"resize to 0 bits", 0, [](Operands& o) { o.left.bitwidth(0); }},
         {"resize a moved-from value", arrays(r), [r](Operands& o) { o.left.bitwidth(r); }, move_left_away},
-        {"resize a value with spare words", growth(l, r), [r](Operands& o) { o.left.bitwidth(r); },
+        {"resize a value that was wider", growth(l, r), [r](Operands& o) { o.left.bitwidth(r); },
          [l](Operands& o) { o.left.bitwidth(l + 100).bitwidth(l); }},
         {"trim", 0,
          [](Operands& o) {
@@ -132,7 +132,7 @@ Operations arithmetic(unsigned l, unsigned r) {
 
 Operations shifts(unsigned l, unsigned) {
     Operations table;
-    for (const unsigned count : {0U, 1U, 31U, 32U, 33U, 70U, l - 1, l, l + 1}) {
+    for (const unsigned count : {0U, 1U, 31U, 32U, 33U, 35U, 36U, 70U, l - 1, l, l + 1}) {
         const std::string by = " by " + std::to_string(count);
         const unsigned narrowed = count < l ? l - count : 1;
         table.push_back({"<<" + by, arrays(l + count), giving([count](Operands& o) { return o.left << count; })});
@@ -291,7 +291,7 @@ void draw_from_two_streams(Operands& o) {
 }
 
 Operations random_bits(unsigned l, unsigned) {
-    const std::size_t bitmap = l > 32 ? 1 : 0;
+    const std::size_t bitmap = l > 64 ? 1 : 0;
     Operations table{{"randomize", 0, [](Operands& o) { o.left.randomize(); }, [](Operands&) { kval_srandom(1); }},
                      {"randomize a signed value", 0, [](Operands& o) { o.signed_left.randomize(); },
                       [](Operands&) { kval_srandom(1); }},

@@ -41,7 +41,7 @@ Widths every_width_from_2_to_5_words() {
     return widths;
 }
 
-const Widths kSomeWidths{1, 32, 33, 64, 97, 160};
+const Widths kSomeWidths{1, 32, 33, 64, 65, 97, 160};
 
 TEST_P(PageGuard, stays_inside_the_arrays_at_every_left_width) {
     run_operations(every_width_from_2_to_5_words(), kSomeWidths);

@@ -45,11 +45,11 @@ TEST(PageHeap, serves_the_words_and_texts_of_the_shared_library) {
     for (const Placement placement : {Placement::End, Placement::Beginning}) {
         page_heap::place_at(placement);
         const std::size_t before = page_heap::allocations();
-        const KVAL_UINTEGER wide(1, 41);
+        const KVAL_UINTEGER large(1, 65);
         EXPECT_EQ(page_heap::allocations(), before + 2);
-        const char* text = wide.as_bin_string();
+        const char* text = large.as_bin_string();
         EXPECT_EQ(page_heap::allocations(), before + 3);
-        EXPECT_TRUE(is_page_boundary(placement == Placement::End ? text + 42 : text));
+        EXPECT_TRUE(is_page_boundary(placement == Placement::End ? text + 66 : text));
     }
 }
 
@@ -103,8 +103,8 @@ TEST(PageHeapDeathTest, an_access_to_a_released_array_is_a_fault) {
 TEST(PageHeapDeathTest, a_fault_names_its_task) {
     volatile unsigned char* block = take(Placement::End, 12);
     {
-        const page_heap::Task task("a sum, 33 and 64 bits");
-        EXPECT_EXIT(load(block + 12), kKilled, "fault in a sum, 33 and 64 bits, arrays end");
+        const page_heap::Task task("a sum, 65 and 96 bits");
+        EXPECT_EXIT(load(block + 12), kKilled, "fault in a sum, 65 and 96 bits, arrays end");
     }
     EXPECT_EXIT(load(block + 12), kKilled, "fault in no task");
     give_back(block);

@@ -184,7 +184,7 @@ Operations resizing(unsigned l, unsigned r) {
             o.signed_left.bitwidth(l + 100).bitwidth(l);
             set(o.signed_left, kind);
         };
-        table.push_back({"resize with spare words, " + left.name, growth(l, r),
+        table.push_back({"resize what was wider, " + left.name, growth(l, r),
                          [r](Operands& o) { o.signed_left.bitwidth(r); }, prepare});
     }
     return table;
@@ -226,7 +226,7 @@ Operations shifts(unsigned l, unsigned) {
                            {">>" + by, arrays(width), giving([count](Operands& o) { return o.signed_left >> count; })});
         add_for_every_kind(table, {">>=" + by, 0, [count](Operands& o) { o.signed_left >>= count; }});
     };
-    for (const unsigned count : {0U, 1U, 31U, 32U, 33U, 70U, l - 1, l, l + 1, 0x7FFFFFFFU, 0x80000000U})
+    for (const unsigned count : {0U, 1U, 31U, 32U, 33U, 35U, 36U, 70U, l - 1, l, l + 1, 0x7FFFFFFFU, 0x80000000U})
         add(count, count < l ? l - count : 1);
     // The count is subtracted in 32 bits: -1 and -32 as signed numbers.
     add(0xFFFFFFFF, l + 1);

@@ -33,7 +33,7 @@ class Stock : public testing::Test {
 };
 
 TEST_F(Stock, gives_the_arrays_of_a_dead_value_to_the_next_of_its_length) {
-    for (const unsigned width : {33U, 64U, 65U, 96U, 128U, 1024U, 1025U, 1152U, 1153U, 4096U, kLongestKept}) {
+    for (const unsigned width : {65U, 96U, 97U, 128U, 1024U, 1025U, 1152U, 1153U, 4096U, kLongestKept}) {
         const heap::KeptArrays kept;
         { const KVAL_UINTEGER dead(0x1234, width); }
         const std::size_t before = heap::allocations();
@@ -43,9 +43,20 @@ TEST_F(Stock, gives_the_arrays_of_a_dead_value_to_the_next_of_its_length) {
     }
 }
 
+TEST_F(Stock, gives_the_arrays_of_a_value_that_becomes_small_to_the_next_of_their_length) {
+    const heap::KeptArrays kept;
+    KVAL_UINTEGER shrunk(1, 1000);
+    shrunk.bitwidth(64);
+    const std::size_t before = heap::allocations();
+    const KVAL_UINTEGER next(7, 1000);
+    EXPECT_EQ(heap::allocations(), before);
+    EXPECT_TRUE(next == 7U);
+    EXPECT_TRUE(shrunk == 1U);
+}
+
 TEST_F(Stock, takes_new_arrays_where_none_are_kept) {
     const heap::KeptArrays kept;
-    for (const unsigned width : {33U, 256U, 257U, kLongestKept}) {
+    for (const unsigned width : {65U, 256U, 257U, kLongestKept}) {
         const std::size_t before = heap::live_blocks();
         const std::vector<KVAL_UINTEGER> alive(50, KVAL_UINTEGER(1, width));
         EXPECT_GE(heap::live_blocks(), before + 2 * alive.size()) << width;
@@ -77,7 +88,7 @@ TEST_F(Stock, keeps_256_KiB_at_most) {
     const std::size_t before = heap::live_bytes();
     {
         const heap::KeptArrays kept;
-        for (unsigned width = 33; width <= 2000; width += 32) {
+        for (unsigned width = 65; width <= 2000; width += 32) {
             const std::vector<KVAL_UINTEGER> dead(100, KVAL_UINTEGER(1, width));
         }
         for (unsigned width = kLongestKept - 20 * 32; width <= kLongestKept + 32; width += 32) {
@@ -101,6 +112,19 @@ TEST_F(Stock, goes_back_to_the_heap_with_its_thread) {
         EXPECT_EQ(heap::live_blocks(), before + 3) << "two arrays and the stock itself";
     });
     EXPECT_EQ(heap::live_blocks(), blocks);
+}
+
+TEST_F(Stock, is_not_made_for_a_thread_that_has_small_values_only) {
+    in_a_thread([] {
+        const std::size_t before = heap::allocations();
+        {
+            KVAL_UINTEGER pair(3, 64);
+            const KVAL_UINTEGER copy(pair);
+            pair = pair - copy;
+            EXPECT_TRUE(pair == 0U);
+        }
+        EXPECT_EQ(heap::allocations(), before);
+    });
 }
 
 TEST_F(Stock, takes_the_arrays_of_values_from_other_threads) {

@@ -14,11 +14,11 @@ using Run = std::function<void(Operands&)>;
 
 constexpr unsigned words(unsigned width) { return (width + 31) / 32; }
 
-/// The two arrays of a wide value; a compact one has none.
-constexpr std::size_t arrays(unsigned width) { return width > 32 ? 2 : 0; }
+/// The two arrays of a large value; a small one, of up to 64 bits, has none.
+constexpr std::size_t arrays(unsigned width) { return width > 64 ? 2 : 0; }
 
-/// A value that becomes wide or grows in words takes two new arrays.
-constexpr std::size_t growth(unsigned from, unsigned to) { return words(to) > words(from) ? 2 : 0; }
+/// A value that becomes large, or that is large and grows in words, takes two new arrays.
+constexpr std::size_t growth(unsigned from, unsigned to) { return words(to) > words(from) ? arrays(to) : 0; }
 
 inline void move_away(KVAL_UINTEGER& v) { const KVAL_UINTEGER taken(std::move(v)); }
 

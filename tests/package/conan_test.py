@@ -124,7 +124,7 @@ class ConanTest(unittest.TestCase):
         self.recipe.export_sources()
         self.recipe.package()
         package = WORK / "package"
-        for name in ("lib/libkval.so", "lib/libkval.so.1", "include/kval.h", "include/kval/detail/inline.h",
+        for name in ("lib/libkval.so", "lib/libkval.so.2", "include/kval.h", "include/kval/detail/storage.h",
                      "licenses/copyright"):
             self.assertTrue((package / name).is_file(), name)
         self.assertFalse((package / "lib/cmake").exists() or (package / "lib/pkgconfig").exists())

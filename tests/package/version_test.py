@@ -40,7 +40,7 @@ class VersionTest(unittest.TestCase):
     def test_version_in_the_page_on_linking(self):
         page = (SOURCE / "docs/linking.md").read_text()
         self.assertEqual(set(re.findall(r'"kval/([0-9.]+)"', page)), {header_version()})
-        self.assertEqual(set(re.findall(r"libkval\.so\.1\.([0-9.]+)", page)), {header_version()})
+        self.assertEqual(set(re.findall(r"libkval\.so\.2\.([0-9.]+)", page)), {header_version()})
 
     def test_no_other_file_of_the_recipes_has_a_version_of_its_own(self):
         for path in (SOURCE / "packaging").rglob("*"):

@@ -25,12 +25,16 @@ std::string thrown_by(Call call) {
     return "nothing thrown";
 }
 
-/// A value of 64 bits in arrays that may be longer: the words above were cut off, and were all ones.
-KVAL_UINTEGER shrunk_to_64_bits() {
-    KVAL_UINTEGER v = from_words(128, {~0U, ~0U, ~0U, ~0U}, {~0U, ~0U, ~0U, ~0U});
-    v.bitwidth(64);
+/// A value of which the words above were cut off, and were all ones.
+KVAL_UINTEGER shrunk(unsigned from, unsigned to) {
+    KVAL_UINTEGER v = ~KVAL_UINTEGER(0, from);
+    v.force_x().bitwidth(to);
     return v;
 }
+/// 96 bits in arrays that may be longer.
+KVAL_UINTEGER shrunk_to_96_bits() { return shrunk(160, 96); }
+/// 64 bits that were in arrays.
+KVAL_UINTEGER shrunk_to_64_bits() { return shrunk(128, 64); }
 
 // ---- reading ----
 
@@ -56,7 +60,8 @@ TEST(Bit, ReadsTheValueBit) {
         {"33 bits at 33: the stored bit above the width", from_words(33, {0, 2}), 33, 1},
         {"64 bits at 63", from_words(64, {0, 0x80000000}), 63, 1},
         {"64 bits at 64: outside the storage, 0", from_words(64, {~0U, ~0U}), 64, 0},
-        {"64 bits at 64 in longer arrays: outside the value, 0", shrunk_to_64_bits(), 64, 0},
+        {"64 bits at 64, cut from more: outside the value, 0", shrunk_to_64_bits(), 64, 0},
+        {"96 bits at 96 in longer arrays: outside the value, 0", shrunk_to_96_bits(), 96, 0},
         {"65 bits at 64", from_words(65, {0, 0, 1}), 64, 1},
         {"65 bits at 65: passes, and is 0", from_words(65, {~0U, ~0U, 1}), 65, 0},
         {"one bit at 1: passes, and is 0", from_words(1, {1}), 1, 0},
@@ -117,7 +122,8 @@ TEST(Read, LowWordZeroAndOne) {
 TEST(Words, ReadAt) {
     const KVAL_UINTEGER compact = from_words(8, {0x5A}, {0x18});
     const KVAL_UINTEGER wide = from_words(65, {1, 2, 0xF1}, {4, 5, 0xF6});
-    const KVAL_UINTEGER shrunk = shrunk_to_64_bits();
+    const KVAL_UINTEGER cut = shrunk_to_64_bits();
+    const KVAL_UINTEGER in_longer_arrays = shrunk_to_96_bits();
     const struct {
         const char* name;
         const KVAL_UINTEGER& value;
@@ -137,7 +143,8 @@ TEST(Words, ReadAt) {
         {"wide at -1 is 0", wide, -1, 0, 0},
         {"wide at the highest index is 0", wide, INT_MAX, 0, 0},
         {"wide at the lowest index is 0", wide, INT_MIN, 0, 0},
-        {"wide, beyond the top word in longer arrays is 0", shrunk, 2, 0, 0},
+        {"wide, beyond the top word where words were cut off is 0", cut, 2, 0, 0},
+        {"wide, beyond the top word in longer arrays is 0", in_longer_arrays, 3, 0, 0},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(row.value.get_uvalue_at(row.index), row.word) << row.name;
@@ -163,7 +170,8 @@ TEST(IsX, OfABit) {
         {"wide, the other word", from_words(64, {0}, {0, 1}), 0, false},
         {"wide, at the width: as stored", from_words(40, {0}, {0, 0x100}), 40, true},
         {"64 bits at 64: outside the storage", from_words(64, {0}, {~0U, ~0U}), 64, false},
-        {"64 bits at 64 in longer arrays: outside the value", shrunk_to_64_bits(), 64, false},
+        {"64 bits at 64, cut from more: outside the value", shrunk_to_64_bits(), 64, false},
+        {"96 bits at 96 in longer arrays: outside the value", shrunk_to_96_bits(), 96, false},
         {"wide at -1: outside the storage", from_words(64, {0}, {~0U, ~0U}), -1, false},
         {"wide at the highest position: outside the storage", from_words(64, {0}, {~0U, ~0U}), INT_MAX, false},
         {"wide at the lowest position: outside the storage", from_words(64, {0}, {~0U, ~0U}), INT_MIN, false},
@@ -204,7 +212,8 @@ TEST(IsX, OfANibble) {
         {"36 bits: a whole top group in word 1", from_words(36, {0}, {0, 8}), 8, true},
         {"64 bits, the top group", from_words(64, {0}, {0, 0x80000000}), 15, true},
         {"64 bits, a group above", from_words(64, {0}, {~0U, ~0U}), 16, false},
-        {"64 bits, a group above in longer arrays", shrunk_to_64_bits(), 16, false},
+        {"64 bits, a group above, cut from more", shrunk_to_64_bits(), 16, false},
+        {"96 bits, a group above in longer arrays", shrunk_to_96_bits(), 24, false},
         {"65 bits: the top group is bit 64", from_words(65, {0}, {0, 0, 1}), 16, true},
         {"wide, a negative group is outside the storage", from_words(64, {0}, {~0U, ~0U}), -1, false},
         {"wide, the lowest group is outside the storage", from_words(64, {0}, {~0U, ~0U}), INT_MIN, false},
@@ -309,10 +318,12 @@ TEST(SetBit, XMarksOfOtherWordsStayWhenFlagXGoes) {
 }
 
 TEST(SetBit, OutsideTheValueWritesNothingIntoLongerArrays) {
-    KVAL_UINTEGER v = shrunk_to_64_bits();
-    v.set_bit(64, 1).bitwidth(65);
-    EXPECT_EQ(v.bit(64), 0U);
-    EXPECT_FALSE(v.is_x(64, 0));
+    for (const unsigned width : {64U, 96U}) {
+        KVAL_UINTEGER v = shrunk(width + 64, width);
+        v.set_bit(static_cast<int>(width), 1).bitwidth(width + 1);
+        EXPECT_EQ(v.bit(width), 0U);
+        EXPECT_FALSE(v.is_x(static_cast<int>(width), 0));
+    }
 }
 
 TEST(SetBit, ThrowsBeyondTheWidthAndChangesNothing) {
@@ -381,9 +392,13 @@ TEST(Words, RawStoresLeaveEverythingElseAsItWas) {
 }
 
 TEST(Words, RawStoresBeyondTheTopWordAreIgnoredInLongerArrays) {
+    KVAL_UINTEGER longer = shrunk_to_96_bits();
+    longer.set_uvalue_at(3, 7).set_xmask_at(3, 7).bitwidth(97);
+    EXPECT_EQ(printed(longer),
+              "97 bits 00000000 FFFFFFFF FFFFFFFF FFFFFFFF x 00000000 FFFFFFFF FFFFFFFF FFFFFFFF flags X");
     KVAL_UINTEGER v = shrunk_to_64_bits();
     v.set_uvalue_at(2, 7).set_xmask_at(2, 7).bitwidth(96);
-    EXPECT_EQ(printed(v), "96 bits 00000000 FFFFFFFF FFFFFFFF x 00000000 FFFFFFFF FFFFFFFF");
+    EXPECT_EQ(printed(v), "96 bits 00000000 FFFFFFFF FFFFFFFF x 00000000 FFFFFFFF FFFFFFFF flags X");
 }
 
 TEST(Words, AKeptTextIsTheOldOneUntilItIsDropped) {

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "kval.h"
+#include "value/stock.h"
 
 namespace {
 
@@ -61,7 +62,7 @@ int main(int count, char** arguments) {
         if (dead.uint() != 7) return 1;
     }
     zeroed_memory_fails = false;
-    const bool kept = kval::detail::stock->shelves[4].HasOne();
+    const bool kept = kval::stock->shelves[4].HasOne();
     std::optional<KVAL_UINTEGER> next(std::in_place, 9U, 100U);
     if (next->uint() != 9 || allocations_until_failure != 0) return 1;
     std::thread([&next] { next.reset(); }).join();  // the first that this thread has to do with values

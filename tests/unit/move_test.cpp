@@ -381,12 +381,20 @@ TEST(Swap, BothTextsAndTheirKindsChangeHands) {
 }
 
 TEST(Swap, CapacityChangesHandsWithTheArrays) {
-    KVAL_UINTEGER a = from_words(128, {1, 2, 3, 4});
-    a.bitwidth(40);
-    KVAL_UINTEGER b = from_words(64, {5, 6});
+    KVAL_UINTEGER a = from_words(160, {1, 2, 3, 4, 5});
+    a.bitwidth(72);
+    KVAL_UINTEGER b = from_words(96, {5, 6, 7});
     swap(a, b);
-    EXPECT_EQ(printed(a.bitwidth(128)), "128 bits 00000000 00000000 00000006 00000005");
-    EXPECT_EQ(printed(b.bitwidth(128)), "128 bits 00000000 00000000 00000002 00000001");
+    EXPECT_EQ(printed(a.bitwidth(160)), "160 bits 00000000 00000000 00000007 00000006 00000005");
+    EXPECT_EQ(printed(b.bitwidth(160)), "160 bits 00000000 00000000 00000003 00000002 00000001");
+}
+
+TEST(Swap, ASmallAndALargeValueChangeHands) {
+    KVAL_UINTEGER a = from_words(64, {1, 2}, {4, 8});
+    KVAL_UINTEGER b = from_words(65, {5, 6, 1});
+    swap(a, b);
+    EXPECT_EQ(printed(a), "65 bits 00000001 00000006 00000005");
+    EXPECT_EQ(printed(b), "64 bits 00000002 00000001 x 00000008 00000004");
 }
 
 // The field stands at byte 36: the layout is part of the binary interface.
@@ -396,22 +404,33 @@ std::uint32_t capacity(const KVAL_UINTEGER& v) {
     return words;
 }
 
-TEST(Capacity, IsTheLengthOfTheArraysOfAWideValue) {
-    KVAL_UINTEGER a(0, 128);
-    EXPECT_EQ(capacity(a), 4U);
-    a.bitwidth(40);
-    EXPECT_EQ(capacity(a), 4U) << "a value that shrinks keeps its arrays";
+TEST(Capacity, IsTheLengthOfTheArraysOfALargeValue) {
+    KVAL_UINTEGER a(0, 160);
+    EXPECT_EQ(capacity(a), 5U);
+    a.bitwidth(70);
+    EXPECT_EQ(capacity(a), 5U) << "a value that shrinks keeps its arrays";
     const KVAL_UINTEGER copy(a);
-    EXPECT_EQ(capacity(copy), 2U);
+    EXPECT_EQ(capacity(copy), 3U);
     KVAL_UINTEGER moved_to(std::move(a));
-    EXPECT_EQ(capacity(moved_to), 4U) << "the arrays are those of the source";
-    KVAL_UINTEGER b(0, 64);
+    EXPECT_EQ(capacity(moved_to), 5U) << "the arrays are those of the source";
+    KVAL_UINTEGER b(0, 96);
     swap(moved_to, b);
-    EXPECT_EQ(capacity(moved_to), 2U);
-    EXPECT_EQ(capacity(b), 4U);
-    b.bitwidth(129);
+    EXPECT_EQ(capacity(moved_to), 3U);
     EXPECT_EQ(capacity(b), 5U);
-    EXPECT_EQ(capacity(b << 64), 7U);
+    b.bitwidth(161);
+    EXPECT_EQ(capacity(b), 6U);
+    EXPECT_EQ(capacity(b << 64), 8U);
+}
+
+TEST(Capacity, IsZeroForASmallValueWhichOwnsNone) {
+    KVAL_UINTEGER a(0, 64);
+    EXPECT_EQ(capacity(a), 0U);
+    a.bitwidth(65);
+    EXPECT_EQ(capacity(a), 3U);
+    a.bitwidth(64);
+    EXPECT_EQ(capacity(a), 0U);
+    EXPECT_EQ(capacity(a << 1), 3U);
+    EXPECT_EQ(capacity(KVAL_UINTEGER(1, 100) >> 36), 0U);
 }
 
 TEST(Swap, WithItselfChangesNothing) {

@@ -14,17 +14,18 @@
 
 #include "kval.h"
 #include "unit_support.h"
+#include "value/stock.h"
 
 namespace {
 
+using kval::Shelf;
+using kval::Stock;
 using kval::detail::KeepArrays;
-using kval::detail::Shelf;
-using kval::detail::Stock;
 
 constexpr unsigned kLongestOnShelf = 32 * Stock::kLongest;  // bits
 
 // The shelf of this thread for values of this width, and the pairs of arrays on it.
-Shelf& shelf_of(unsigned width) { return kval::detail::stock->shelves[(width + 31) / 32]; }
+Shelf& shelf_of(unsigned width) { return kval::stock->shelves[(width + 31) / 32]; }
 unsigned kept(unsigned width) { return shelf_of(width).given - shelf_of(width).taken; }
 
 void in_a_thread(void (*work)()) { std::thread(work).join(); }
@@ -44,7 +45,7 @@ class StockOfAThread : public testing::Test {
 
 TEST_F(StockOfAThread, KeepsTheArraysOfADeadValueForTheNextOfItsLength) {
     in_a_thread([] {
-        for (const unsigned width : {33U, 64U, 65U, 100U, 256U, 257U, 512U, 513U, kLongestOnShelf}) {
+        for (const unsigned width : {65U, 96U, 97U, 100U, 256U, 257U, 512U, 513U, kLongestOnShelf}) {
             { const KVAL_UINTEGER dead(1, width); }
             const unsigned before = kept(width);
             EXPECT_GT(before, 0U) << width;
@@ -58,9 +59,22 @@ TEST_F(StockOfAThread, KeepsTheArraysOfADeadValueForTheNextOfItsLength) {
     });
 }
 
+TEST_F(StockOfAThread, HasNoRoomForTheLengthsOfSmallValues) {
+    in_a_thread([] {
+        {
+            const KVAL_UINTEGER small(1, 64);
+            const KVAL_UINTEGER large(1, 65);
+        }
+        EXPECT_FALSE(shelf_of(64).HasRoom());
+        EXPECT_EQ(kept(64), 0U);
+        EXPECT_TRUE(shelf_of(65).HasRoom());
+        EXPECT_GT(kept(65), 0U);
+    });
+}
+
 TEST_F(StockOfAThread, KeepsSomeOfEachLength) {
     in_a_thread([] {
-        for (const unsigned width : {33U, 512U, 513U, kLongestOnShelf}) {
+        for (const unsigned width : {65U, 512U, 513U, kLongestOnShelf}) {
             { const std::vector<KVAL_UINTEGER> dead(40, KVAL_UINTEGER(1, width)); }
             EXPECT_EQ(kept(width), width <= 512 ? 16U : 8U) << width;
             EXPECT_FALSE(shelf_of(width).HasRoom());
@@ -70,16 +84,16 @@ TEST_F(StockOfAThread, KeepsSomeOfEachLength) {
 
 // Where the heap has arrays back, others take them at once: the next values get the old arrays only if they were kept.
 TEST_F(StockOfAThread, KeepsTheLastEightOfAllLongerLengths) {
-    using kval::detail::Internals;
+    using kval::detail::Fields;
     in_a_thread([] {
-        const auto take = [](unsigned first, unsigned last, std::set<const unsigned*>& arrays) {
+        const auto take = [](unsigned first, unsigned last, std::set<std::uint64_t>& arrays) {
             std::vector<KVAL_UINTEGER> values;
             values.reserve(last);
             for (unsigned i = first; i < last; ++i) values.emplace_back(i, i % 2 == 0 ? 5000U : 7000U);
-            for (const KVAL_UINTEGER& v : values) arrays.insert({Internals::Words(v).value, Internals::Words(v).mask});
+            for (const KVAL_UINTEGER& v : values) arrays.insert({Fields::planes(v).value, Fields::planes(v).mask});
             return values;
         };
-        std::set<const unsigned*> earlier, last_eight, next;
+        std::set<std::uint64_t> earlier, last_eight, next;
         std::vector<KVAL_UINTEGER> dead = take(0, 4, earlier);
         std::vector<KVAL_UINTEGER> dead_later = take(4, 12, last_eight);
         dead.clear();

@@ -5,20 +5,21 @@
 #include <new>
 
 #include "kval.h"
+#include "signed/extended.h"
 #include "value/storage.h"
 
 namespace {
 
+using kval::Growing;
 using kval::kMaxWidth;
-using kval::detail::Internals;
-using kval::detail::SignedInternals;
 
 // A sum under way, of whose words only the top one is written: no step looks at another.
-KVAL_SINTEGER sum_under_way(unsigned width) {
-    KVAL_SINTEGER sum = SignedInternals::Room(width, 0);
-    sum.set_uvalue_at(sum.get_size() - 1, 0).set_xmask_at(sum.get_size() - 1, 0);
-    return sum;
-}
+struct SumUnderWay : Growing {
+    explicit SumUnderWay(unsigned common_width) : Growing(common_width, 0) {
+        const std::size_t top = kval::word_count(common_width) - 1;
+        value()[top] = mask()[top] = 0;
+    }
+};
 
 TEST(Widest, IsTwoToThe31Minus32Bits) {
     EXPECT_EQ(kMaxWidth, 0x7FFFFFE0U);
@@ -27,31 +28,31 @@ TEST(Widest, IsTwoToThe31Minus32Bits) {
 }
 
 TEST(Widest, ASumWithoutACarryKeepsItAndACarryIsRefused) {
-    KVAL_SINTEGER sum = sum_under_way(kMaxWidth);
-    EXPECT_NO_THROW(Internals::FinishWideSum(sum, kMaxWidth, false));
-    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
-    EXPECT_THROW(Internals::FinishWideSum(sum, kMaxWidth, true), std::bad_alloc);
+    SumUnderWay sum(kMaxWidth);
+    EXPECT_NO_THROW(sum.finish_sum(false));
+    EXPECT_EQ(sum.width, kMaxWidth);
+    EXPECT_THROW(sum.finish_sum(true), std::bad_alloc);
+    EXPECT_EQ(sum.width, kMaxWidth);
 }
 
 TEST(Widest, ASumThatIsOneBitShortOfItMayGrow) {
-    KVAL_SINTEGER sum = sum_under_way(kMaxWidth - 1);
-    EXPECT_NO_THROW(Internals::FinishWideSum(sum, kMaxWidth - 1, true));
-    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
+    SumUnderWay sum(kMaxWidth - 1);
+    EXPECT_NO_THROW(sum.finish_sum(true));
+    EXPECT_EQ(sum.width, kMaxWidth);
 }
 
 TEST(Widest, ASignedSumThatNeedsOneBitMoreMayReachItAndIsRefusedBeyond) {
-    KVAL_SINTEGER sum = sum_under_way(kMaxWidth);
-    Internals::FinishWideSum(sum, kMaxWidth - 1, false);
-    EXPECT_NO_THROW(SignedInternals::WidenInPlace(sum));
-    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
-    EXPECT_THROW(SignedInternals::WidenInPlace(sum), std::bad_alloc);
-    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
+    SumUnderWay sum(kMaxWidth - 1);
+    EXPECT_NO_THROW(sum.widen());
+    EXPECT_EQ(sum.width, kMaxWidth);
+    EXPECT_THROW(sum.widen(), std::bad_alloc);
+    EXPECT_EQ(sum.width, kMaxWidth);
 }
 
 TEST(Widest, ASignedAssignmentToOneBitMoreIsRefused) {
-    KVAL_SINTEGER sum = sum_under_way(kMaxWidth);
-    EXPECT_THROW(SignedInternals::AssignInPlace(sum, kMaxWidth + 1), std::bad_alloc);
-    EXPECT_EQ(sum.bitwidth(), kMaxWidth);
+    SumUnderWay sum(kMaxWidth);
+    EXPECT_THROW(sum.assign(kMaxWidth + 1), std::bad_alloc);
+    EXPECT_EQ(sum.width, kMaxWidth);
 }
 
 }  // namespace

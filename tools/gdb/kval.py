@@ -47,8 +47,9 @@ class Value:
         self.flags = int(fields["flags"])
         self.capacity = int(fields["capacity"])
 
-    def is_wide(self):
-        return self.width > 32
+    def is_large(self):
+        """Whether the bits are in arrays, not in the object."""
+        return self.width > 64
 
     def is_moved_from(self):
         return (self.width, self.flags, self.capacity) == (0, 0, 0)
@@ -60,18 +61,21 @@ class Value:
             raise NotAValue(f"width {self.width}")
         if self.flags > ALL_FLAGS:
             raise NotAValue(f"flags 0x{self.flags:X}")
-        if self.is_wide() and self.capacity == 0:
+        if self.is_large() and self.capacity == 0:
             raise NotAValue(f"{self.width} bits, released")
-        if self.capacity < words if self.is_wide() else self.capacity != 0:
+        if self.capacity < words if self.is_large() else self.capacity != 0:
             raise NotAValue(f"{self.width} bits in arrays of {self.capacity} words")
 
     def bits(self, plane, low, high):
         """The bits `low` to `high` - 1 of the plane "uvalue" or "xmask", as a number."""
-        number = self.words(plane, low // 32, (high + 31) // 32) if self.is_wide() else int(self.fields[plane]["word"])
-        return number >> low % 32 & (1 << high - low) - 1
+        if self.is_large():
+            number = self.words(plane, low // 32, (high + 31) // 32) >> low % 32
+        else:
+            number = int(self.fields[plane]["bits"]) >> low
+        return number & (1 << high - low) - 1
 
     def words(self, plane, first, end):
-        """The words `first` to `end` - 1 of a wide value's plane, as a number."""
+        """The words `first` to `end` - 1 of a large value's plane, as a number."""
         address = int(self.fields[plane]["words"])
         try:
             memory = gdb.selected_inferior().read_memory(address + 4 * first, 4 * (end - first))

@@ -1,17 +1,12 @@
-// The four-state rules of AND and OR, and the value bits of XOR and NOT, stated once, for one word or for as many bits
-// at once as a type holds.
+// The four-state rules of AND and OR, and the value bits of XOR and NOT, stated once, for as many bits at once as a type
+// holds: of both planes, `value` and `mask`.
 #ifndef KVAL_DETAIL_FOUR_STATE_H
 #define KVAL_DETAIL_FOUR_STATE_H
 
+#include "planes.h"
+
 namespace kval {
 namespace detail {
-
-/// The same run of bit positions from both planes, value bits and x-mask.
-template <typename Word>
-struct FourState {
-    Word value;
-    Word mask;
-};
 
 //   left right | AND OR
 //    0     0   |  0   0
@@ -23,35 +18,35 @@ struct FourState {
 //                            side lets an unknown through. Do not "correct" it.
 // The value bit under an X of the result is 0.
 
-struct __attribute__((visibility("default"))) FourStateAnd {  // names functions of the library
-    template <typename Word>
-    FourState<Word> operator()(FourState<Word> l, FourState<Word> r) const noexcept {
-        const Word l_ones = l.value & ~l.mask;
-        const Word r_ones = r.value & ~r.mask;
+struct FourStateAnd {
+    template <typename Bits>
+    KVAL_INLINE Bits operator()(Bits l, Bits r) const noexcept {
+        const auto l_ones = l.value & ~l.mask;
+        const auto r_ones = r.value & ~r.mask;
         return {l_ones & r_ones, (l_ones & r.mask) | (r_ones & l.mask)};
     }
 };
 
-struct __attribute__((visibility("default"))) FourStateOr {
-    template <typename Word>
-    FourState<Word> operator()(FourState<Word> l, FourState<Word> r) const noexcept {
-        const Word l_ones = l.value & ~l.mask;
-        const Word r_ones = r.value & ~r.mask;
+struct FourStateOr {
+    template <typename Bits>
+    KVAL_INLINE Bits operator()(Bits l, Bits r) const noexcept {
+        const auto l_ones = l.value & ~l.mask;
+        const auto r_ones = r.value & ~r.mask;
         return {l_ones | r_ones, (l.mask & ~r_ones) | (r.mask & ~l_ones)};
     }
 };
 
 /// XOR and NOT of value bits alone.
 struct Xor {
-    template <typename Word>
-    Word operator()(Word l, Word r) const noexcept {
+    template <typename Unit>
+    KVAL_INLINE Unit operator()(Unit l, Unit r) const noexcept {
         return l ^ r;
     }
 };
 
 struct Not {
-    template <typename Word>
-    Word operator()(Word v, Word) const noexcept {
+    template <typename Unit>
+    KVAL_INLINE Unit operator()(Unit v, Unit) const noexcept {
         return ~v;
     }
 };

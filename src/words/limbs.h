@@ -1,18 +1,25 @@
 // Arrays of words, least significant word first, and the loops over them that are short enough to be inline: in limbs
 // of two words, and an odd word at the end.
-#ifndef KVAL_DETAIL_LIMBS_H
-#define KVAL_DETAIL_LIMBS_H
+#pragma once
 
-#include "four_state.h"
+#include <cstddef>
+#include <cstdint>
 
-namespace kval {
-namespace words {
+#include "kval/detail/four_state.h"
 
-using detail::FourState;
-using Word = std::uint32_t;
+namespace kval::words {
+
+using detail::Word;
 using DoubleWord = std::uint64_t;
 
 constexpr unsigned kWordBits = 32;
+
+/// The same bit positions of both planes.
+template <typename Unit>
+struct FourState {
+    Unit value;
+    Unit mask;
+};
 
 // Two neighbouring words are one double word in memory: the less significant first.
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "words are stored with their least significant byte first");
@@ -210,7 +217,4 @@ inline int compare_limbs(const Word* a, const Word* b, std::size_t size) noexcep
     return 0;
 }
 
-}  // namespace words
-}  // namespace kval
-
-#endif
+}  // namespace kval::words

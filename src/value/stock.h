@@ -1,15 +1,18 @@
-// The arrays of dead wide values, which every thread keeps for its next ones: most of the cost of a short-lived wide
+// The arrays of dead large values, which every thread keeps for its next ones: most of the cost of a short-lived large
 // value is otherwise the heap's.
-#ifndef KVAL_DETAIL_STOCK_H
-#define KVAL_DETAIL_STOCK_H
+#pragma once
+
+#include "kval/detail/planes.h"
+#include "words/word.h"
 
 namespace kval {
-namespace detail {
 
-/// The two arrays of a wide value, of equal length.
-struct Planes {
-    std::uint32_t* value;
-    std::uint32_t* mask;
+using words::Word;
+
+/// The two arrays of a large value, of equal length.
+struct Arrays {
+    Word* value;
+    Word* mask;
 };
 
 /// Pairs of arrays of one length: a queue in a ring. `taken` and `given` count, modulo 2^32, the pairs that were taken
@@ -24,18 +27,18 @@ struct Shelf {
     std::uint32_t taken;
     std::uint32_t given;
     std::uint32_t room;
-    std::uint32_t* values[kSlots];
-    std::uint32_t* masks[kSlots];
+    Word* values[kSlots];
+    Word* masks[kSlots];
 
     bool HasOne() const noexcept { return __builtin_expect(taken != given, true); }
     bool HasRoom() const noexcept { return __builtin_expect(given - taken < room, true); }
-    Planes Take() noexcept {
+    Arrays Take() noexcept {
         const std::uint32_t slot = taken++ % kSlots;
-        Planes planes = {values[slot], masks[slot]};
-        __asm__("" : "+r"(planes.value), "+r"(planes.mask));  // each in a register of its own, for the same reason
-        return planes;
+        Arrays arrays = {values[slot], masks[slot]};
+        __asm__("" : "+r"(arrays.value), "+r"(arrays.mask));  // each in a register of its own, for the same reason
+        return arrays;
     }
-    void Give(std::uint32_t* value, std::uint32_t* mask) noexcept {
+    void Give(Word* value, Word* mask) noexcept {
         const std::uint32_t slot = given++ % kSlots;
         values[slot] = value;
         masks[slot] = mask;
@@ -51,39 +54,32 @@ struct Stock {
 
 /// This thread's stock. While it has none, and after its end, this is one without room, which is never written to. Of
 /// the initial-exec model: one pointer of the few bytes that a library loaded later may have.
-extern KVAL_API __thread Stock* stock __attribute__((tls_model("initial-exec")));
+extern __thread Stock* stock __attribute__((tls_model("initial-exec")));
 
 /// What the stock does not have: two new arrays. Throws std::bad_alloc, and leaves nothing behind.
-KVAL_API Planes NewPlanes(std::size_t words);
+Arrays new_arrays(std::size_t words);
 /// What the stock does not take: the arrays go back to the heap.
-KVAL_API void DeletePlanes(std::uint32_t* value, std::uint32_t* mask, std::size_t words) noexcept;
+void delete_arrays(const Arrays& arrays, std::size_t words) noexcept;
 
 /// Two arrays of `words` words, not yet written. Throws std::bad_alloc, and leaves nothing behind.
-inline Planes TakePlanes(std::size_t words) {
+inline Arrays take_arrays(std::size_t words) {
     if (words <= Stock::kLongest) {
         Shelf& shelf = stock->shelves[words];
         if (shelf.HasOne()) return shelf.Take();
     }
-    return NewPlanes(words);
+    return new_arrays(words);
 }
 
 /// Gives back two arrays of exactly `words` words.
-inline void GivePlanes(std::uint32_t* value, std::uint32_t* mask, std::size_t words) noexcept {
+inline void give_arrays(const Arrays& arrays, std::size_t words) noexcept {
     if (words <= Stock::kLongest) {
         Shelf& shelf = stock->shelves[words];
         if (shelf.HasRoom()) {
-            shelf.Give(value, mask);
+            shelf.Give(arrays.value, arrays.mask);
             return;
         }
     }
-    DeletePlanes(value, mask, words);
+    delete_arrays(arrays, words);
 }
 
-/// Whether this thread keeps arrays from now on; those that it has go back to the heap. For tests and tools that count
-/// what is taken from the heap, or watch its bounds.
-KVAL_API void KeepArrays(bool keep) noexcept;
-
-}  // namespace detail
 }  // namespace kval
-
-#endif

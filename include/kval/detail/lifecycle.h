@@ -1,0 +1,216 @@
+// Construction, copying, assignment, resizing and release.
+#ifndef KVAL_DETAIL_LIFECYCLE_H
+#define KVAL_DETAIL_LIFECYCLE_H
+
+#include "storage.h"
+
+namespace kval {
+namespace detail {
+
+/// The new arrays of large values. They throw std::bad_alloc, and leave nothing behind.
+KVAL_API Planes ConstructLarge(unsigned number, unsigned width);
+KVAL_API Planes CopyLarge(Planes from, unsigned width);
+/// The storage at another width, where one of the two is large; the old one is then used up. Planes above the width are
+/// cleared. Throws std::bad_alloc, and then has changed nothing.
+KVAL_API Storage ResizeLarge(Planes old, unsigned capacity, unsigned width, unsigned new_width);
+
+/// The planes of a target that was assigned to, where it or the source is large: cut or zero-extended, and trimmed
+/// where the widths differ. A large target keeps its arrays.
+KVAL_API Planes AssignLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept;
+KVAL_API void AssignNumberLarge(Planes target, unsigned width, unsigned number) noexcept;
+/// Clears the bits above a large width.
+KVAL_API void TrimLarge(Planes planes, unsigned width) noexcept;
+
+KVAL_API void ReleaseLarge(Planes planes, unsigned capacity) noexcept;
+KVAL_API void DeleteText(const char* text) noexcept;
+/// Whether this thread keeps the arrays of its dead values from now on; those that it has go back to the heap. For tests
+/// and tools that count what is taken from the heap, or watch its bounds.
+KVAL_API void KeepArrays(bool keep) noexcept;
+
+KVAL_INLINE Planes constructed(unsigned number, unsigned width) {
+    if (!is_small(width)) return ConstructLarge(number, width);
+    return {number & used_bits(width), 0};
+}
+KVAL_INLINE Planes copied(const KVAL_UINTEGER& v) {
+    return is_small(v) ? Fields::planes(v) : CopyLarge(Fields::planes(v), v.bitwidth());
+}
+
+/// Copy assignment to a moved-from value, which takes the width as well.
+KVAL_INLINE void adopt(KVAL_UINTEGER& v, const KVAL_UINTEGER& other) {
+    Fields::set_planes(v, copied(other));
+    Fields::set_capacity(v, capacity_of(other.bitwidth()));
+    Fields::set_width(v, other.bitwidth());
+    Fields::set_flags(v, Fields::flags(other));
+    v.DeleteString();
+}
+
+/// Moves everything but the text into a value that owns nothing but, perhaps, a text; `from` is left moved-from, with no
+/// width, no bits, no flags and no text.
+KVAL_INLINE void take(KVAL_UINTEGER& v, KVAL_UINTEGER& from) noexcept {
+    v.DeleteString();
+    Fields::set_width(v, from.bitwidth());
+    Fields::set_planes(v, Fields::planes(from));
+    Fields::set_capacity(v, Fields::capacity(from));
+    Fields::set_flags(v, Fields::flags(from));
+    from.DeleteString();
+    Fields::set_width(from, 0);
+    Fields::set_planes(from, {0, 0});
+    Fields::set_capacity(from, 0);
+    Fields::set_flags(from, 0);
+}
+
+/// Exchanges the planes and flags of two values of one width; both lose their texts.
+KVAL_INLINE void exchange_planes(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept {
+    const Planes planes = Fields::planes(a);
+    const unsigned capacity = Fields::capacity(a);
+    const unsigned flags = Fields::flags(a);
+    Fields::set_planes(a, Fields::planes(b));
+    Fields::set_capacity(a, Fields::capacity(b));
+    Fields::set_flags(a, Fields::flags(b));
+    Fields::set_planes(b, planes);
+    Fields::set_capacity(b, capacity);
+    Fields::set_flags(b, flags);
+    a.DeleteString();
+    b.DeleteString();
+}
+
+/// Exchanges everything.
+KVAL_INLINE void exchange(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept {
+    const unsigned width = a.bitwidth();
+    const Kept text_of_a = Fields::take_text(a);
+    const Kept text_of_b = Fields::take_text(b);
+    exchange_planes(a, b);
+    Fields::set_width(a, b.bitwidth());
+    Fields::set_width(b, width);
+    Fields::set_text(a, text_of_b.text, text_of_b.kind);
+    Fields::set_text(b, text_of_a.text, text_of_a.kind);
+}
+
+}  // namespace detail
+}  // namespace kval
+
+// No constructor leaves its fields to another one: the compiler would have to destroy the object where the first one
+// then throws, and so keep it in memory.
+
+KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(unsigned bit_width, kval::detail::Planes planes, unsigned state,
+                                         unsigned words) noexcept
+    : width(bit_width), text_cache(nullptr), flags(static_cast<std::uint8_t>(state)), capacity(words) {
+    kval::detail::Fields::set_planes(*this, planes);
+}
+
+KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(unsigned value, unsigned bit_width)
+    : width(kval::detail::at_least_one(bit_width)),
+      text_cache(nullptr),
+      flags(0),
+      capacity(kval::detail::capacity_of(width)) {
+    kval::detail::Fields::set_planes(*this, kval::detail::constructed(value, width));
+}
+
+KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other)
+    : width(other.width),
+      text_cache(nullptr),
+      flags(static_cast<std::uint8_t>(kval::detail::Fields::flags(other))),
+      capacity(kval::detail::capacity_of(width)) {
+    kval::detail::Fields::set_planes(*this, kval::detail::copied(other));
+}
+
+KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(KVAL_UINTEGER&& other) noexcept : text_cache(nullptr) {
+    kval::detail::take(*this, other);
+}
+
+KVAL_INLINE KVAL_UINTEGER::~KVAL_UINTEGER() {
+    DeleteString();
+    if (__builtin_expect(capacity != 0, false))
+        kval::detail::ReleaseLarge(kval::detail::Fields::planes(*this), capacity);
+}
+
+// Where the widths are equal, even bits above them are copied.
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator=(const KVAL_UINTEGER& other) {
+    using namespace kval::detail;
+    if (this == &other) return *this;
+    if (is_small(width) && is_small(other) && width != 0) {
+        Fields::set_planes(*this, width == other.width ? Fields::planes(other) : trimmed(Fields::planes(other), width));
+    } else if (width != 0) {
+        Fields::set_planes(*this, AssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+    } else {
+        adopt(*this, other);
+        return *this;
+    }
+    Fields::set_flags(*this, Fields::flags(other));
+    DeleteString();
+    return *this;
+}
+
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator=(KVAL_UINTEGER&& other) noexcept {
+    using namespace kval::detail;
+    if (this == &other) return *this;
+    if (is_small(width) && is_small(other) && width != 0) {
+        Fields::set_planes(*this, width == other.width ? Fields::planes(other) : trimmed(Fields::planes(other), width));
+    } else if (width == other.width) {
+        exchange_planes(*this, other);
+        return *this;
+    } else if (width != 0) {
+        Fields::set_planes(*this, AssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+    } else {
+        take(*this, other);
+        return *this;
+    }
+    Fields::set_flags(*this, Fields::flags(other));
+    DeleteString();
+    return *this;
+}
+
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator=(unsigned value) noexcept {
+    using namespace kval::detail;
+    Fields::set_flags(*this, 0);
+    if (is_small(width)) {
+        if (width == 0) width = 32;
+        return changed_trimmed(*this, {value, 0});
+    }
+    AssignNumberLarge(Fields::planes(*this), width, value);
+    DeleteString();
+    return *this;
+}
+
+KVAL_INLINE void swap(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept { kval::detail::exchange(a, b); }
+
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::bitwidth(unsigned new_width) {
+    using namespace kval::detail;
+    // A moved-from value has no width to keep, not even when asked for 0 bits, which means 1.
+    if (new_width == width && width != 0) return *this;
+    new_width = at_least_one(new_width);
+    if (is_small(width) && is_small(new_width)) {
+        width = new_width;
+        return changed_trimmed(*this, Fields::planes(*this));
+    }
+    const Storage resized = ResizeLarge(Fields::planes(*this), capacity, width, new_width);
+    Fields::set_planes(*this, resized.planes);
+    capacity = resized.capacity;
+    width = new_width;
+    DeleteString();
+    return *this;
+}
+
+KVAL_INLINE void KVAL_UINTEGER::EnforceWidth() noexcept {
+    using namespace kval::detail;
+    if (is_small(width)) {
+        Fields::set_planes(*this, trimmed(Fields::planes(*this), width));
+    } else {
+        TrimLarge(Fields::planes(*this), width);
+    }
+}
+
+KVAL_INLINE void KVAL_UINTEGER::DeleteString() noexcept {
+    if (__builtin_expect(text_cache == nullptr, true)) return;
+    kval::detail::DeleteText(text_cache);
+    text_cache = nullptr;
+}
+
+KVAL_INLINE void KVAL_UINTEGER::DeleteData() noexcept {
+    if (kval::detail::is_small(width)) return;
+    kval::detail::ReleaseLarge(kval::detail::Fields::planes(*this), capacity);
+    kval::detail::Fields::set_planes(*this, {0, 0});
+    capacity = 0;
+}
+
+#endif

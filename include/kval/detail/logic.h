@@ -1,0 +1,98 @@
+// Bitwise logic: the four-state AND, OR, XOR and NOT, binary and in place.
+#ifndef KVAL_DETAIL_LOGIC_H
+#define KVAL_DETAIL_LOGIC_H
+
+#include "storage.h"
+
+namespace kval {
+namespace detail {
+
+/// The arrays of a large result, in the wider width. They throw std::bad_alloc.
+KVAL_API Planes AndLarge(Planes l, Planes r, unsigned l_width, unsigned r_width);
+KVAL_API Planes OrLarge(Planes l, Planes r, unsigned l_width, unsigned r_width);
+KVAL_API Planes XorLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, bool all_x);
+KVAL_API Planes NotLarge(Planes v, unsigned width);
+/// The planes of the left operand after the operation in place, where one operand is large.
+KVAL_API Planes AndAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept;
+KVAL_API Planes OrAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept;
+
+/// AND or OR of small operands. Deliberate: only words that both have are combined. Where one is compact and the other
+/// is wide, the upper word is the wide one's as it stands, as if AND met all ones there.
+template <typename Rule>
+KVAL_INLINE Planes combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
+    const Planes bits = rule(Fields::planes(l), Fields::planes(r));
+    if (__builtin_expect(l.IsCompact() == r.IsCompact(), true)) return bits;
+    const Planes upper = only(~stored_bits(32), l.IsCompact() ? Fields::planes(r) : Fields::planes(l));
+    const Planes lower = only(stored_bits(32), bits);
+    return {upper.value | lower.value, upper.mask | lower.mask};
+}
+
+/// The flags of both operands in the left one.
+KVAL_INLINE void unite_flags(KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+    Fields::set_flags(l, Fields::flags(l) | Fields::flags(r));
+}
+
+}  // namespace detail
+}  // namespace kval
+
+// No flag of either operand reaches the result of & or |, not even when it holds X bits: deliberate, unlike the forms
+// in place.
+
+KVAL_INLINE KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using namespace kval::detail;
+    const unsigned width = wider_width(l, r);
+    if (is_small(width)) return small_result(width, combined(l, r, FourStateAnd()), 0);
+    return any_result(width, AndLarge(Fields::planes(l), Fields::planes(r), l.bitwidth(), r.bitwidth()), 0);
+}
+
+KVAL_INLINE KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using namespace kval::detail;
+    const unsigned width = wider_width(l, r);
+    if (is_small(width)) return small_result(width, combined(l, r, FourStateOr()), 0);
+    return any_result(width, OrLarge(Fields::planes(l), Fields::planes(r), l.bitwidth(), r.bitwidth()), 0);
+}
+
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator&=(const KVAL_UINTEGER& other) noexcept {
+    using namespace kval::detail;
+    // Deliberate: a value ANDed into itself keeps even its X bits and its text.
+    if (this == &other) return *this;
+    unite_flags(*this, other);
+    if (are_small(*this, other)) return changed_trimmed(*this, combined(*this, other, FourStateAnd()));
+    return changed_large(*this, AndAssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+}
+
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator|=(const KVAL_UINTEGER& other) noexcept {
+    using namespace kval::detail;
+    if (this == &other) return *this;
+    unite_flags(*this, other);
+    if (are_small(*this, other)) return changed_trimmed(*this, combined(*this, other, FourStateOr()));
+    return changed_large(*this, OrAssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+}
+
+// The result starts as the wider operand, x-mask and flags included, and becomes all X with an X flag on either side.
+KVAL_INLINE KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
+    using namespace kval::detail;
+    const Wider from = wider(l, r);
+    const bool all_x = any_x(l, r);
+    if (!is_small(from.width)) {
+        const Planes planes = XorLarge(Fields::planes(l), Fields::planes(r), l.bitwidth(), r.bitwidth(), all_x);
+        return any_result(from.width, planes, all_x ? with_x(from.flags) : from.flags);
+    }
+    if (all_x) return all_x_result(from.width, from.planes.value, from.flags);
+    const Planes of_l = Fields::planes(l);
+    const Planes of_r = Fields::planes(r);
+    // Deliberate: X marks without flag X cancel like value bits in a compact result, and a wide one keeps the wider
+    // operand's.
+    const std::uint64_t mask = from.width <= 32 ? of_l.mask ^ of_r.mask : from.planes.mask;
+    return small_result(from.width, {of_l.value ^ of_r.value, mask}, from.flags);
+}
+
+KVAL_INLINE KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
+    using namespace kval::detail;
+    const unsigned width = v.bitwidth();
+    if (!is_small(width)) return any_result(width, NotLarge(Fields::planes(v), width), Fields::flags(v));
+    const Planes bits = Fields::planes(v);
+    return trimmed_result(width, {~bits.value, bits.mask}, Fields::flags(v));
+}
+
+#endif

@@ -1,0 +1,72 @@
+// The next random number, and random bits for values.
+#ifndef KVAL_DETAIL_RANDOM_H
+#define KVAL_DETAIL_RANDOM_H
+
+#include "storage.h"
+
+namespace kval {
+namespace detail {
+
+/// Where the generator stands: steps from `front` to `stop` add the 64-bit word `distance` words from the front to the
+/// one at the front, and differ in nothing else.
+struct GeneratorRun {
+    void* front;
+    void* stop;
+    std::ptrdiff_t distance;
+};
+extern KVAL_API GeneratorRun generator_run;
+/// The next number where front and stop meet.
+KVAL_API std::int64_t DrawAtRunEnd() noexcept;
+
+/// The words of a small value, from one number each, the lower word first.
+KVAL_API std::uint64_t DrawWords(unsigned width) noexcept;
+/// Every bit of a large value known and random.
+KVAL_API void RandomizeLarge(Planes planes, unsigned width) noexcept;
+/// Draws positions from rand() until each of `count`, up to 64, was drawn once.
+KVAL_API void DrawPositions(int count) noexcept;
+/// Draws positions likewise, and inverts those bits of a large value. Throws std::bad_alloc before it draws.
+KVAL_API void InvertLarge(std::uint64_t value, int count);
+
+}  // namespace detail
+}  // namespace kval
+
+// A call of the shared library would cost more than the step itself.
+KVAL_INLINE std::int64_t kval_random() noexcept {
+    kval::detail::GeneratorRun& run = kval::detail::generator_run;
+    char* const front = static_cast<char*>(run.front);
+    if (front == run.stop) return kval::detail::DrawAtRunEnd();
+    constexpr std::ptrdiff_t word_bytes = sizeof(std::uint64_t);
+    std::uint64_t sum;
+    std::uint64_t rear;
+    __builtin_memcpy(&sum, front, sizeof sum);
+    __builtin_memcpy(&rear, front + run.distance * word_bytes, sizeof rear);
+    sum += rear;
+    __builtin_memcpy(front, &sum, sizeof sum);
+    run.front = front + word_bytes;
+    return static_cast<std::int64_t>(sum >> 1);
+}
+
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::randomize() noexcept {
+    using namespace kval::detail;
+    Fields::set_flags(*this, 0);
+    if (is_small(width)) return changed_trimmed(*this, {DrawWords(width), 0});
+    RandomizeLarge(Fields::planes(*this), width);
+    DeleteString();
+    return *this;
+}
+
+// Deliberate: positions are drawn below `count`, not below the width, until each of them was drawn once, and the cached
+// text is not dropped.
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::randomize(int count) {
+    using namespace kval::detail;
+    if (static_cast<unsigned>(count) > width || count == 0) return *this;  // a negative count too
+    if (is_small(width)) {
+        DrawPositions(count);
+        uvalue.bits ^= used_bits(static_cast<unsigned>(count));
+    } else {
+        InvertLarge(uvalue.bits, count);
+    }
+    return *this;
+}
+
+#endif

@@ -1,0 +1,88 @@
+// Shifts: value bits and x-mask alike, zeros in, flags kept.
+#ifndef KVAL_DETAIL_SHIFT_H
+#define KVAL_DETAIL_SHIFT_H
+
+#include "storage.h"
+
+namespace kval {
+namespace detail {
+
+/// The planes of a result of `new_width` bits, where it or the operand is large, or bits are lost. They throw
+/// std::bad_alloc.
+KVAL_API Planes ShlLarge(Planes v, unsigned width, unsigned count, unsigned new_width);
+KVAL_API Planes ShrLarge(Planes v, unsigned width, unsigned count, unsigned new_width);
+KVAL_API void ShlAssignLarge(Planes v, unsigned width, unsigned count) noexcept;
+KVAL_API void ShrAssignLarge(Planes v, unsigned width, unsigned count) noexcept;
+
+/// Small bits shifted within a width. Deliberate, in every compact shift: the count is taken modulo 32, and 32 shifts
+/// by nothing. A wide one by the width or more leaves nothing, not even bits that were stored above the width.
+KVAL_INLINE Planes shifted_left(Planes bits, unsigned count, unsigned width) noexcept {
+    if (width <= 32) count &= 31U;
+    if (count >= 64) return {0, 0};
+    return {bits.value << count, bits.mask << count};
+}
+KVAL_INLINE Planes shifted_right(Planes bits, unsigned count, unsigned width) noexcept {
+    if (width <= 32) {
+        count &= 31U;
+    } else if (count >= width) {
+        return {0, 0};
+    }
+    return {bits.value >> count, bits.mask >> count};
+}
+
+/// The planes of a value shifted left into a width of its own, so that nothing is lost: nothing needs to be trimmed. Only
+/// where the sum of width and count is too large for a width, which the library sees to, are bits lost.
+KVAL_INLINE Planes widened(const KVAL_UINTEGER& v, unsigned count, unsigned new_width) {
+    if (!is_small(new_width) || count >= 64) return ShlLarge(Fields::planes(v), v.bitwidth(), count, new_width);
+    const Planes bits = Fields::planes(v);
+    return only(stored_bits(new_width), {bits.value << count, bits.mask << count});
+}
+
+/// The planes of a value shifted right into a width that is not larger.
+KVAL_INLINE Planes narrowed(const KVAL_UINTEGER& v, unsigned count, unsigned new_width) {
+    if (!is_small(v)) return ShrLarge(Fields::planes(v), v.bitwidth(), count, new_width);
+    return trimmed(shifted_right(Fields::planes(v), count, v.bitwidth()), new_width);
+}
+
+}  // namespace detail
+}  // namespace kval
+
+KVAL_INLINE KVAL_UINTEGER operator<<(const KVAL_UINTEGER& v, unsigned count) {
+    using namespace kval::detail;
+    const unsigned width = at_least_one(v.bitwidth() + count);
+    return any_result(width, widened(v, count, width), Fields::flags(v));
+}
+
+KVAL_INLINE KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
+    using namespace kval::detail;
+    const unsigned width = count < v.bitwidth() ? v.bitwidth() - count : 1;
+    return any_result(width, narrowed(v, count, width), Fields::flags(v));
+}
+
+KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool left)
+    : width(left ? kval::detail::at_least_one(other.width + static_cast<unsigned>(count)) : other.width),
+      text_cache(nullptr),
+      flags(static_cast<std::uint8_t>(kval::detail::Fields::flags(other))),
+      capacity(kval::detail::capacity_of(width)) {
+    using namespace kval::detail;
+    const unsigned places = static_cast<unsigned>(count);
+    Fields::set_planes(*this, left ? widened(other, places, width) : narrowed(other, places, width));
+}
+
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator<<=(unsigned count) noexcept {
+    using namespace kval::detail;
+    if (is_small(width)) return changed_trimmed(*this, shifted_left(Fields::planes(*this), count, width));
+    ShlAssignLarge(Fields::planes(*this), width, count);
+    DeleteString();
+    return *this;
+}
+
+KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator>>=(unsigned count) noexcept {
+    using namespace kval::detail;
+    if (is_small(width)) return changed_trimmed(*this, shifted_right(Fields::planes(*this), count, width));
+    ShrAssignLarge(Fields::planes(*this), width, count);
+    DeleteString();
+    return *this;
+}
+
+#endif

@@ -1,0 +1,236 @@
+// Sums and differences with a signed operand.
+#ifndef KVAL_DETAIL_SIGNED_ADDSUB_H
+#define KVAL_DETAIL_SIGNED_ADDSUB_H
+
+#include "../addsub.h"
+#include "representation.h"
+
+namespace kval {
+namespace detail {
+
+/// Where an operand or the result is large. Signed + signed and signed + unsigned; signed - signed, signed - unsigned
+/// and unsigned - signed. `flags` are those of the operand that the result has them from. They throw std::bad_alloc.
+/// @{
+KVAL_API Result AddSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result AddMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result SubSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result SubMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result SubFromUnsignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
+/// @}
+
+/// How a sum of signed values gets the right sign.
+enum class Repair { kNone, kWiden, kClearSign };
+
+/// `negative` is the sign that the unsigned sum shows, `less` tells whether the operand that is not negative has the
+/// smaller magnitude.
+template <typename Less>
+KVAL_INLINE Repair repair_of_sum(bool a_negative, bool b_negative, bool negative, Less less) noexcept {
+    // Operands of equal signs overflowed into the bit above.
+    if (a_negative == b_negative) return negative == a_negative ? Repair::kNone : Repair::kWiden;
+    // With unequal signs, the larger magnitude gives the sign.
+    return negative && !less() ? Repair::kClearSign : Repair::kNone;
+}
+
+/// Whether a difference at the common width shows the wrong sign: that of `a` is then one bit further up.
+KVAL_INLINE bool difference_overflows(bool a_negative, bool b_negative, bool negative) noexcept {
+    return a_negative != b_negative && negative != a_negative;
+}
+
+/// An operand or result in registers. A sum may have 65 bits, of which the lower 64 are here.
+struct Register {
+    unsigned width;
+    std::uint64_t value;
+    std::uint64_t mask;
+    unsigned flags;
+
+    KVAL_INLINE bool negative() const noexcept { return width > 64 || top_bit(value, width); }
+    KVAL_INLINE void trim() noexcept {
+        value &= used_bits(width);
+        mask &= used_bits(width);
+    }
+    /// Sets the top bit as set_bit() does it: the bit is known, and flag X goes when its word holds no X mark.
+    KVAL_INLINE void set_top(bool top) noexcept {
+        const unsigned place = (width - 1) & 63U;
+        const std::uint64_t bit = std::uint64_t{1} << place;
+        value = top ? value | bit : value & ~bit;
+        mask &= ~bit;
+        if (mask >> (place & 32U) == 0) flags = without_x(flags);
+    }
+    /// As assigned to a signed value of another small width.
+    KVAL_INLINE void assign(unsigned new_width) noexcept {
+        const Planes bits = assigned({value, mask}, width, negative(), new_width);
+        value = bits.value;
+        mask = bits.mask;
+        width = new_width;
+    }
+};
+
+/// A small operand at the common width; one that has this width already is read as it is.
+KVAL_INLINE Register extended(const KVAL_UINTEGER& v, bool negative, unsigned width) noexcept {
+    const Planes bits = Fields::planes(v);
+    Register result = {width, bits.value, bits.mask, Fields::flags(v)};
+    if (v.bitwidth() == width) return result;
+    if (negative) result.value |= ~std::uint64_t{0} << (v.bitwidth() & 63U);
+    result.trim();
+    return result;
+}
+KVAL_INLINE Register extended(const KVAL_SINTEGER& v, unsigned width) noexcept {
+    return extended(v, is_negative(v), width);
+}
+KVAL_INLINE Register extended(const KVAL_UINTEGER& v, unsigned width) noexcept { return extended(v, false, width); }
+
+/// The unsigned sum and difference of two operands of one width.
+KVAL_INLINE Register unsigned_sum(const Register& a, const Register& b) noexcept {
+    const std::uint64_t sum = a.value + b.value;
+    Register result = {width_of_sum(sum, a.value, a.width), sum, b.mask, b.flags};
+    if (is_small(result.width)) result.trim();
+    return result;
+}
+KVAL_INLINE Register unsigned_difference(const Register& a, const Register& b) noexcept {
+    Register result = {a.width, a.value - b.value, a.mask, a.flags};
+    result.trim();
+    return result;
+}
+
+/// The magnitude of a small value, as a number of its own width.
+KVAL_INLINE std::uint64_t magnitude(const KVAL_SINTEGER& v) noexcept {
+    const std::uint64_t value = Fields::planes(v).value;
+    return is_negative(v) ? (0 - value) & used_bits(v.bitwidth()) : value;
+}
+
+KVAL_INLINE KVAL_SINTEGER result_of(const Register& r) noexcept {
+    return small_result<KVAL_SINTEGER>(r.width, {r.value, r.mask}, r.flags);
+}
+
+// ---- by the rules of each operator, of small operands ----
+
+KVAL_INLINE Register sum_of(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+    const unsigned width = wider_width(a, b);
+    Register sum = unsigned_sum(extended(a, width), extended(b, width));
+    const bool a_negative = is_negative(a);
+    const bool negative = sum.negative();
+    const auto less = [&a, &b, a_negative] { return magnitude(a_negative ? b : a) < magnitude(a_negative ? a : b); };
+    const Repair repair = repair_of_sum(a_negative, is_negative(b), negative, less);
+    if (repair == Repair::kNone) return sum;
+    sum.width += repair == Repair::kWiden ? 1 : 0;
+    sum.set_top(repair == Repair::kWiden && !negative);
+    return sum;
+}
+
+KVAL_INLINE Register sum_of(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept {
+    const unsigned width = wider_width(a, b);
+    Register sum = unsigned_sum(extended(a, width), extended(b, width));
+    if (is_negative(a)) {
+        // b minus the magnitude of a, which wraps at the common width.
+        sum.width = width;
+        sum.trim();
+    }
+    sum.assign(width + 1);
+    if (!is_negative(a) && sum.negative()) {
+        // Deliberate: a sign is cleared where no operand has one, but a width of whole words keeps it and grows by a
+        // zero bit.
+        sum.width += sum.width % 32 == 0 ? 1 : 0;
+        sum.set_top(false);
+    }
+    return sum;
+}
+
+KVAL_INLINE Register difference_of(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+    const unsigned width = wider_width(a, b);
+    Register difference = unsigned_difference(extended(a, width), extended(b, width));
+    // Signed assignment to the same width, which drops unknown bits in the top word of a wide negative value.
+    if (width > 32) difference.assign(width);
+    if (difference_overflows(is_negative(a), is_negative(b), difference.negative())) {
+        // The sign moves into one bit more, which set_bit() stores only where it is a 1.
+        difference.width = width + 1;
+        if (is_negative(a)) difference.set_top(true);
+    }
+    return difference;
+}
+
+KVAL_INLINE Register difference_of(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept {
+    const unsigned width = wider_width(a, b);
+    return unsigned_difference(extended(a, width), extended(b, width));
+}
+
+/// The width comes from one operand, and may be less than the common one: deliberate, and bits beyond it are lost.
+KVAL_INLINE unsigned width_of_difference(unsigned a_width, unsigned b_width, bool b_negative, bool less) noexcept {
+    if (b_negative) return a_width + 1;
+    return less ? b_width : a_width;
+}
+
+KVAL_INLINE Register difference_of(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+    const unsigned width = wider_width(a, b);
+    const Register x = extended(a, width);
+    Register y = extended(b, width);
+    const bool less = Fields::planes(a).value < Fields::planes(b).value;
+    const unsigned result_width = width_of_difference(a.bitwidth(), b.bitwidth(), is_negative(b), less);
+    if (!is_negative(b)) {
+        y = unsigned_difference(x, y);
+    } else {
+        y.value = 0 - y.value;
+        y.trim();
+        y = unsigned_sum(x, y);
+    }
+    if (is_small(result_width)) {
+        y.assign(result_width);
+    } else {
+        y.width = result_width;
+    }
+    return y;
+}
+
+}  // namespace detail
+}  // namespace kval
+
+KVAL_INLINE KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+    using namespace kval::detail;
+    if (are_small(a, b)) {
+        const Register sum = sum_of(a, b);
+        if (is_small(sum.width)) return result_of(sum);
+    }
+    return any_result<KVAL_SINTEGER>(
+        AddSignedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), Fields::flags(b)));
+}
+
+KVAL_INLINE KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
+    using namespace kval::detail;
+    if (are_small(a, b) && wider_width(a, b) < 64) {
+        const Register sum = sum_of(a, b);
+        if (is_small(sum.width)) return result_of(sum);
+    }
+    return any_result<KVAL_SINTEGER>(
+        AddMixedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), Fields::flags(b)));
+}
+
+KVAL_INLINE KVAL_SINTEGER operator+(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { return b + a; }
+
+KVAL_INLINE KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+    using namespace kval::detail;
+    if (are_small(a, b)) {
+        const Register difference = difference_of(a, b);
+        if (is_small(difference.width)) return result_of(difference);
+    }
+    return any_result<KVAL_SINTEGER>(
+        SubSignedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), Fields::flags(a)));
+}
+
+KVAL_INLINE KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
+    using namespace kval::detail;
+    if (are_small(a, b)) return result_of(difference_of(a, b));
+    return any_result<KVAL_SINTEGER>(
+        SubMixedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), Fields::flags(a)));
+}
+
+KVAL_INLINE KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
+    using namespace kval::detail;
+    if (are_small(a, b)) {
+        const Register difference = difference_of(a, b);
+        if (is_small(difference.width)) return result_of(difference);
+    }
+    const unsigned flags = is_negative(b) ? Fields::flags(b) : Fields::flags(a);
+    return any_result<KVAL_SINTEGER>(
+        SubFromUnsignedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), flags));
+}
+
+#endif

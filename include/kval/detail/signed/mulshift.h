@@ -1,0 +1,104 @@
+// Products with a signed operand, and the arithmetic right shifts.
+#ifndef KVAL_DETAIL_SIGNED_MULSHIFT_H
+#define KVAL_DETAIL_SIGNED_MULSHIFT_H
+
+#include "../muldiv.h"
+#include "../shift.h"
+#include "representation.h"
+
+namespace kval {
+namespace detail {
+
+/// Whether the operands of a product are negative.
+struct Signs {
+    bool l;
+    bool r;
+};
+/// The planes of a product without X, where it or an operand is large. Throws std::bad_alloc.
+KVAL_API Planes MulSignedLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, Signs signs);
+/// A negative large value shifted right in place.
+KVAL_API void ShrAssignNegativeLarge(Planes v, unsigned width, unsigned count) noexcept;
+
+template <typename Right>
+KVAL_INLINE KVAL_SINTEGER product(const KVAL_SINTEGER& a, const Right& b, bool b_negative) {
+    const unsigned width = at_least_one(a.bitwidth() + b.bitwidth());
+    const bool all_x = any_x(a, b);
+    const unsigned flags = all_x ? with_x(0) : 0;
+    if (is_small(width) && are_small(a, b)) {
+        const Planes bits = {number(a) * number(b), 0};
+        return trimmed_result<KVAL_SINTEGER>(width, all_x ? Planes{0, ~std::uint64_t{0}} : bits, flags);
+    }
+    const Planes planes = all_x ? AllXLarge(width)
+                                : MulSignedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(),
+                                                 {is_negative(a), b_negative});
+    return any_result<KVAL_SINTEGER>(width, planes, flags);
+}
+
+/// Whether nothing of a negative value is left after a shift in place. Deliberate: compared as signed numbers, so that
+/// counts of 2^31 and above do not count.
+KVAL_INLINE bool shifted_out(unsigned width, unsigned count) noexcept {
+    return static_cast<int>(count) >= static_cast<int>(width);
+}
+
+/// The bit from which up a negative value is filled with ones after a shift in place. Deliberate, and not to be fixed:
+/// exact for compact widths but 32; else more ones than bits were shifted out, in wide values whole words of them.
+KVAL_INLINE std::size_t fill_start(unsigned width, unsigned count) noexcept {
+    const unsigned top = width % 32;
+    // Where the width is of whole words, the ones are shifted to the right place once, and that pattern is taken for
+    // the place.
+    const unsigned place = (top != 0 ? top - count : ones_from(32U - count)) & 31U;
+    if (width <= 32) return place;
+    const unsigned words = word_count(width);
+    const unsigned filled = (top + count + 31U) / 32U;
+    return filled < words ? std::size_t{32} * (words - 1 - filled) + place : 0;
+}
+
+}  // namespace detail
+}  // namespace kval
+
+KVAL_INLINE KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
+    return kval::detail::product(a, b, kval::detail::is_negative(b));
+}
+
+KVAL_INLINE KVAL_SINTEGER operator*(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
+    return kval::detail::product(a, b, false);
+}
+
+KVAL_INLINE KVAL_SINTEGER operator*(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { return b * a; }
+
+// No bit needs to be filled in: the sign comes down to the new top bit.
+KVAL_INLINE KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count) {
+    using namespace kval::detail;
+    const int rest = static_cast<int>(a.bitwidth() - count);
+    const unsigned width = rest > 0 ? static_cast<unsigned>(rest) : 1;
+    if (rest <= 0 && is_negative(a)) return small_result<KVAL_SINTEGER>(1, {1, 0}, 0);
+    if (!a.IsCompact()) {
+        // Only counts of nearly 2^32 have a result that is large where the operand is not.
+        const Planes planes =
+            is_small(width) ? narrowed(a, count, width) : ShrLarge(Fields::planes(a), a.bitwidth(), count, width);
+        return any_result<KVAL_SINTEGER>(width, planes, Fields::flags(a));
+    }
+    // Deliberate: a compact value is shifted modulo 32 and not trimmed, and neither X bits nor flags come along.
+    const std::uint64_t value = Fields::planes(a).value >> (count & 31U);
+    if (is_small(width)) return small_result<KVAL_SINTEGER>(width, {value, 0}, 0);
+    return any_result<KVAL_SINTEGER>(width, ConstructLarge(static_cast<unsigned>(value), width), 0);
+}
+
+KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator>>=(unsigned count) noexcept {
+    using namespace kval::detail;
+    if (!is_negative(*this)) {
+        KVAL_UINTEGER::operator>>=(count);
+        return *this;
+    }
+    if (!is_small(width)) {
+        ShrAssignNegativeLarge(Fields::planes(*this), width, count);
+        DeleteString();
+        return *this;
+    }
+    Planes bits = Fields::planes(*this);
+    if (shifted_out(width, count)) return changed_trimmed(*this, {~std::uint64_t{0}, bits.mask});
+    bits = shifted_right(bits, count, width);
+    return changed_trimmed(*this, {bits.value | ~std::uint64_t{0} << fill_start(width, count), bits.mask});
+}
+
+#endif
