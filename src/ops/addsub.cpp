@@ -41,10 +41,13 @@ unsigned finished_sum(const Arrays& sum, unsigned width, bool carry) {
 
 namespace detail {
 
-Sum AddLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
+Sum AddLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+             unsigned r_width) {
     const bool left = l_width > r_width;
-    const Operand wide(left ? l : r, left ? l_width : r_width);
-    const Operand narrow(left ? r : l, left ? r_width : l_width);
+    Copy wide_copy;
+    const Operand wide(left ? Planes{l, l_mask} : Planes{r, r_mask}, left ? l_width : r_width, wide_copy);
+    Copy narrow_copy;
+    const Operand narrow(left ? Planes{r, r_mask} : Planes{l, l_mask}, left ? r_width : l_width, narrow_copy);
     const std::size_t capacity = capacity_of_sum(wide.width);
     const Arrays sum = take_arrays(capacity);
     const std::size_t both = narrow.size;
@@ -68,10 +71,14 @@ Planes CarryOut(std::uint64_t value, std::uint64_t mask) {
     return planes_of(sum);
 }
 
-Planes SubLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
-    const Operand from(l, l_width);
-    const Operand less(r, r_width);
-    Target out(l_width);
+Planes SubLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                unsigned r_width) {
+    Copy from_copy;
+    const Operand from({l, l_mask}, l_width, from_copy);
+    Copy less_copy;
+    const Operand less({r, r_mask}, r_width, less_copy);
+    Copy out_copy;
+    Target out(l_width, out_copy);
     if (r_width <= words::kWordBits) {
         subtract_compact(out.value, from.value, from.size, less.value[0]);
     } else {
@@ -83,9 +90,12 @@ Planes SubLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
     return out.trimmed();
 }
 
-Planes AddAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept {
-    Target sum(l, l_width);
-    const Operand more(r, r_width);
+Planes AddAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                      unsigned r_width) noexcept {
+    Copy sum_copy;
+    Target sum({l, l_mask}, l_width, sum_copy);
+    Copy more_copy;
+    const Operand more({r, r_mask}, r_width, more_copy);
     const std::size_t both = std::min(sum.size, more.size);
     const bool carry = words::add(sum.value, sum.value, more.value, both);
     // Deliberate: the carry changes one word beyond the right operand and is then dropped, while += with a number
@@ -94,9 +104,12 @@ Planes AddAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) no
     return sum.trimmed();
 }
 
-Planes SubAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept {
-    Target difference(l, l_width);
-    const Operand less(r, r_width);
+Planes SubAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                      unsigned r_width) noexcept {
+    Copy difference_copy;
+    Target difference({l, l_mask}, l_width, difference_copy);
+    Copy less_copy;
+    const Operand less({r, r_mask}, r_width, less_copy);
     const std::size_t both = std::min(difference.size, less.size);
     const bool borrow = words::subtract(difference.value, difference.value, less.value, both);
     // Deliberate: as the carry of +=, the borrow changes one word beyond the right operand and is then dropped.
@@ -106,16 +119,16 @@ Planes SubAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) no
 
 // A number changes no more than the low limb, but for a carry or borrow that is rare.
 
-void AddNumberLarge(Planes l, unsigned width, unsigned number) noexcept {
-    const Arrays sum = arrays_of(l);
+void AddNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept {
+    const Arrays sum = arrays_of({value, mask});
     const words::DoubleWord low = words::load_pair(sum.value) + number;
     words::store_pair(sum.value, low);
     if (low < number) words::add_carry(sum.value + 2, sum.value + 2, word_count(width) - 2, true);
     trim(sum, width);
 }
 
-void SubNumberLarge(Planes l, unsigned width, unsigned number) noexcept {
-    const Arrays difference = arrays_of(l);
+void SubNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept {
+    const Arrays difference = arrays_of({value, mask});
     const words::DoubleWord low = words::load_pair(difference.value);
     words::store_pair(difference.value, low - number);
     if (low < number) {

@@ -13,24 +13,21 @@ namespace kval::detail {
 namespace {
 
 template <typename Rule>
-Planes combined_large(Planes l, Planes r, unsigned l_width, unsigned r_width, Rule rule) {
-    const Operand a(l, l_width);
-    const Operand b(r, r_width);
+__attribute__((always_inline)) inline Planes combined_large(const Operand& a, const Operand& b, Rule rule) {
     const std::size_t both = std::min(a.size, b.size);
-    Target out(std::max(l_width, r_width));
+    Copy out_copy;
+    Target out(std::max(a.width, b.width), out_copy);
     words::combine(out.value, out.mask, a.value, a.mask, b.value, b.mask, both, rule);
     if (both < out.size) {
-        const Operand& longer = a.size > b.size ? a : b;
-        words::copy(out.value + both, longer.value + both, longer.size - both);
-        words::copy(out.mask + both, longer.mask + both, longer.size - both);
+        const bool a_longer = a.size > both;
+        words::copy(out.value + both, (a_longer ? a.value : b.value) + both, out.size - both);
+        words::copy(out.mask + both, (a_longer ? a.mask : b.mask) + both, out.size - both);
     }
     return out.planes();
 }
 
 template <typename Rule>
-Planes combine_large(Planes l, Planes r, unsigned l_width, unsigned r_width, Rule rule) noexcept {
-    Target out(l, l_width);
-    const Operand other(r, r_width);
+__attribute__((always_inline)) inline Planes combine_large(const Target& out, const Operand& other, Rule rule) {
     words::combine(out.value, out.mask, out.value, out.mask, other.value, other.mask, std::min(out.size, other.size),
                    rule);
     return out.trimmed();
@@ -38,29 +35,46 @@ Planes combine_large(Planes l, Planes r, unsigned l_width, unsigned r_width, Rul
 
 }  // namespace
 
-Planes AndLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
-    return combined_large(l, r, l_width, r_width, FourStateAnd());
+Planes AndLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                unsigned r_width) {
+    Copy l_copy;
+    Copy r_copy;
+    return combined_large(Operand({l, l_mask}, l_width, l_copy), Operand({r, r_mask}, r_width, r_copy), FourStateAnd());
 }
 
-Planes OrLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) {
-    return combined_large(l, r, l_width, r_width, FourStateOr());
+Planes OrLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+               unsigned r_width) {
+    Copy l_copy;
+    Copy r_copy;
+    return combined_large(Operand({l, l_mask}, l_width, l_copy), Operand({r, r_mask}, r_width, r_copy), FourStateOr());
 }
 
-Planes AndAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept {
-    return combine_large(l, r, l_width, r_width, FourStateAnd());
+Planes AndAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                      unsigned r_width) noexcept {
+    Copy l_copy;
+    Copy r_copy;
+    return combine_large(Target({l, l_mask}, l_width, l_copy), Operand({r, r_mask}, r_width, r_copy), FourStateAnd());
 }
 
-Planes OrAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept {
-    return combine_large(l, r, l_width, r_width, FourStateOr());
+Planes OrAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                     unsigned r_width) noexcept {
+    Copy l_copy;
+    Copy r_copy;
+    return combine_large(Target({l, l_mask}, l_width, l_copy), Operand({r, r_mask}, r_width, r_copy), FourStateOr());
 }
 
 // The result starts as the wider operand, x-mask included, and keeps it but for the value words that both have.
-Planes XorLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, bool all_x) {
+Planes XorLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                unsigned r_width, unsigned x_flag) {
     const bool left = l_width > r_width;
-    const Operand wide(left ? l : r, left ? l_width : r_width);
-    const Operand narrow(left ? r : l, left ? r_width : l_width);
+    Copy wide_copy;
+    const Operand wide(left ? Planes{l, l_mask} : Planes{r, r_mask}, left ? l_width : r_width, wide_copy);
+    Copy narrow_copy;
+    const Operand narrow(left ? Planes{r, r_mask} : Planes{l, l_mask}, left ? r_width : l_width, narrow_copy);
+    const bool all_x = x_flag != 0;
     const std::size_t both = all_x ? 0 : narrow.size;
-    Target out(wide.width);
+    Copy out_copy;
+    Target out(wide.width, out_copy);
     words::map(out.value, wide.value, narrow.value, both, Xor());
     words::copy(out.value + both, wide.value + both, wide.size - both);
     if (!all_x) {
@@ -71,9 +85,11 @@ Planes XorLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, bool all
     return out.trimmed();
 }
 
-Planes NotLarge(Planes v, unsigned width) {
-    const Operand from(v, width);
-    Target out(width);
+Planes NotLarge(std::uint64_t value, std::uint64_t mask, unsigned width) {
+    Copy from_copy;
+    const Operand from({value, mask}, width, from_copy);
+    Copy out_copy;
+    Target out(width, out_copy);
     words::map(out.value, from.value, from.value, from.size, Not());
     words::copy(out.mask, from.mask, from.size);
     return out.trimmed();

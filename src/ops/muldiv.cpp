@@ -18,23 +18,28 @@ char remainder_width[] = "KVAL_UINTEGER operator % only supports division betwee
 namespace kval::detail {
 
 Planes AllXLarge(unsigned width) {
-    Target out(width);
+    Copy out_copy;
+    Target out(width, out_copy);
     std::fill_n(out.value, out.size, Word{0});
     std::fill_n(out.mask, out.size, ~Word{0});
     return out.trimmed();
 }
 
-Planes MulLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, bool all_x) {
+Planes MulLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                unsigned r_width, unsigned x_flag) {
     const unsigned width = at_least_one(l_width + r_width);
-    if (all_x) return AllXLarge(width);
-    const Operand a(l, l_width);
-    const Operand b(r, r_width);
+    if (x_flag != 0) return AllXLarge(width);
+    Copy a_copy;
+    const Operand a({l, l_mask}, l_width, a_copy);
+    Copy b_copy;
+    const Operand b({r, r_mask}, r_width, b_copy);
     // Where the sum of the widths is too large to be one, a single bit is left.
     if (width == 1) return {a.value[0] & b.value[0] & 1U, 0};
     if (l_width <= kShortFactor && r_width <= kShortFactor)
         return known_planes(words::multiply_quads(number_of(a), number_of(b)), width);
     Scratch scratch(words::multiply_scratch(word_count(width), a.size, b.size));
-    Target out(width);
+    Copy out_copy;
+    Target out(width, out_copy);
     words::multiply(out.value, out.size, a.value, a.size, b.value, b.size, scratch.words());
     std::fill_n(out.mask, out.size, Word{0});
     return out.trimmed();

@@ -8,9 +8,11 @@ namespace kval::detail {
 
 // Bits are lost only where the sum of width and count is too large to be a width. A compact result is then shifted
 // modulo 32, as every compact shift is.
-Planes ShlLarge(Planes v, unsigned width, unsigned count, unsigned new_width) {
-    const Operand from(v, width);
-    Target out(new_width);
+Planes ShlLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count, unsigned new_width) {
+    Copy from_copy;
+    const Operand from({value, mask}, width, from_copy);
+    Copy out_copy;
+    Target out(new_width, out_copy);
     const unsigned places = new_width <= words::kWordBits ? count % 32 : count;
     words::shift_left(out.value, out.size, from.value, from.size, places);
     words::shift_left(out.mask, out.size, from.mask, from.size, places);
@@ -19,24 +21,28 @@ Planes ShlLarge(Planes v, unsigned width, unsigned count, unsigned new_width) {
 
 // A right shift clears even the bits that are stored above the width once the count reaches the width. Only the words
 // that the result needs are taken.
-Planes ShrLarge(Planes v, unsigned width, unsigned count, unsigned new_width) {
-    const Operand from(v, width);
-    Target out(new_width);
+Planes ShrLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count, unsigned new_width) {
+    Copy from_copy;
+    const Operand from({value, mask}, width, from_copy);
+    Copy out_copy;
+    Target out(new_width, out_copy);
     const std::size_t kept = count < width ? from.size : 0;
     words::shift_right(out.value, out.size, from.value, kept, count);
     words::shift_right(out.mask, out.size, from.mask, kept, count);
     return out.trimmed();
 }
 
-void ShlAssignLarge(Planes v, unsigned width, unsigned count) noexcept {
-    const Target out(v, width);
+void ShlAssignLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count) noexcept {
+    Copy out_copy;
+    const Target out({value, mask}, width, out_copy);
     words::shift_left(out.value, out.size, out.value, out.size, count);
     words::shift_left(out.mask, out.size, out.mask, out.size, count);
     out.trim();
 }
 
-void ShrAssignLarge(Planes v, unsigned width, unsigned count) noexcept {
-    const Target out(v, width);
+void ShrAssignLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count) noexcept {
+    Copy out_copy;
+    const Target out({value, mask}, width, out_copy);
     const std::size_t kept = count < width ? out.size : 0;
     words::shift_right(out.value, out.size, out.value, kept, count);
     words::shift_right(out.mask, out.size, out.mask, kept, count);

@@ -29,8 +29,8 @@ std::uint64_t DrawWords(unsigned width) noexcept {
     return width <= words::kWordBits ? low : static_cast<std::uint64_t>(static_cast<Word>(kval_random())) << 32 | low;
 }
 
-void RandomizeLarge(Planes planes, unsigned width) noexcept {
-    const Arrays arrays = arrays_of(planes);
+void RandomizeLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept {
+    const Arrays arrays = arrays_of({value, mask});
     const std::size_t size = word_count(width);
     draw_words(arrays.value, size);
     arrays.value[size - 1] &= used_of_top_word(width);

@@ -9,6 +9,25 @@
 
 namespace kval {
 
+Growing::Growing(unsigned common_width, unsigned result_flags)
+    : width(common_width),
+      flags(result_flags),
+      common_width_(common_width),
+      arrays_(is_large(common_width) ? take_arrays(capacity()) : Arrays{few_, few_ + 3}) {}
+
+Result Growing::result() {
+    if (is_large(common_width_)) {
+        const Result made = {{planes_of(arrays_), static_cast<unsigned>(capacity())}, width, flags};
+        arrays_ = {};
+        return made;
+    }
+    Copy copy;
+    const Target out(width, copy);
+    words::copy(out.value, arrays_.value, out.size);
+    words::copy(out.mask, arrays_.mask, out.size);
+    return {{out.planes(), detail::capacity_of(width)}, width, flags};
+}
+
 void Growing::widen() {
     const std::size_t size = word_count(width);
     check_width(width + 1);
@@ -33,6 +52,19 @@ void Growing::assign(unsigned new_width) {
 
 namespace detail {
 namespace {
+
+// How a sum of signed values gets the right sign.
+enum class Repair { kNone, kWiden, kClearSign };
+
+// `negative` is the sign that the unsigned sum shows, `less` tells whether the operand that is not negative has the
+// smaller magnitude.
+template <typename Less>
+Repair repair_of_sum(bool a_negative, bool b_negative, bool negative, Less less) {
+    // Operands of equal signs overflowed into the bit above.
+    if (a_negative == b_negative) return negative == a_negative ? Repair::kNone : Repair::kWiden;
+    // With unequal signs, the larger magnitude gives the sign.
+    return negative && !less() ? Repair::kClearSign : Repair::kNone;
+}
 
 // Whether `above`, which is not negative, has a smaller magnitude than `below`, which is: whether it is not greater
 // than the inverted bits of `below`, which are one less than its magnitude.
@@ -107,9 +139,12 @@ Result small_difference(const Operand& a, const Operand& b, bool less, unsigned 
 
 }  // namespace
 
-Result AddSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
-    const Operand x(a, a_width);
-    const Operand y(b, b_width);
+Result AddSignedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask, unsigned a_width,
+                      unsigned b_width, unsigned flags) {
+    Copy x_copy;
+    const Operand x({a, a_mask}, a_width, x_copy);
+    Copy y_copy;
+    const Operand y({b, b_mask}, b_width, y_copy);
     Growing sum(std::max(a_width, b_width), flags);
     by_sign(y).copy_mask(sum.width, sum.mask());
     sum.finish_sum(add_extended(sum, by_sign(x), by_sign(y)));
@@ -121,9 +156,12 @@ Result AddSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, un
     return sum.result();
 }
 
-Result AddMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
-    const Operand x(a, a_width);
-    const Operand y(b, b_width);
+Result AddMixedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask, unsigned a_width,
+                     unsigned b_width, unsigned flags) {
+    Copy x_copy;
+    const Operand x({a, a_mask}, a_width, x_copy);
+    Copy y_copy;
+    const Operand y({b, b_mask}, b_width, y_copy);
     const unsigned width = std::max(a_width, b_width);
     Growing sum(width, flags);
     by_zeros(y).copy_mask(width, sum.mask());
@@ -145,9 +183,12 @@ Result AddMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, uns
     return sum.result();
 }
 
-Result SubSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
-    const Operand x(a, a_width);
-    const Operand y(b, b_width);
+Result SubSignedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask, unsigned a_width,
+                      unsigned b_width, unsigned flags) {
+    Copy x_copy;
+    const Operand x({a, a_mask}, a_width, x_copy);
+    Copy y_copy;
+    const Operand y({b, b_mask}, b_width, y_copy);
     Growing difference(std::max(a_width, b_width), flags);
     subtract_extended(difference, by_sign(x), by_sign(y));
     // Signed assignment to the same width, which drops unknown bits in the top word of a negative value.
@@ -160,17 +201,23 @@ Result SubSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, un
     return difference.result();
 }
 
-Result SubMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
-    const Operand x(a, a_width);
-    const Operand y(b, b_width);
+Result SubMixedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask, unsigned a_width,
+                     unsigned b_width, unsigned flags) {
+    Copy x_copy;
+    const Operand x({a, a_mask}, a_width, x_copy);
+    Copy y_copy;
+    const Operand y({b, b_mask}, b_width, y_copy);
     Growing difference(std::max(a_width, b_width), flags);
     subtract_extended(difference, by_sign(x), by_zeros(y));
     return difference.result();
 }
 
-Result SubFromUnsignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags) {
-    const Operand x(a, a_width);
-    const Operand y(b, b_width);
+Result SubFromUnsignedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask,
+                            unsigned a_width, unsigned b_width, unsigned flags) {
+    Copy x_copy;
+    const Operand x({a, a_mask}, a_width, x_copy);
+    Copy y_copy;
+    const Operand y({b, b_mask}, b_width, y_copy);
     const bool less = !y.is_negative() && words::compare(x.value, x.size, y.value, y.size) < 0;
     const unsigned width = width_of_difference(a_width, b_width, y.is_negative(), less);
     if (is_small(width)) return small_difference(x, y, less, width, flags);

@@ -30,15 +30,22 @@ int compare_negative(const Operand& a, const Operand& b, Word used) {
 }  // namespace
 
 bool EqualNegativeLarge(std::uint64_t a, std::uint64_t b, unsigned a_width, unsigned b_width) noexcept {
-    const Operand x({a, 0}, a_width);
-    const Operand y({b, 0}, b_width);
+    Copy x_copy;
+    const Operand x({a, 0}, a_width, x_copy);
+    Copy y_copy;
+    const Operand y({b, 0}, b_width, y_copy);
+    // The lowest words tell most different values apart.
+    const bool both_large = x.size > 2 && y.size > 2;
+    if (both_large && words::load_pair(x.value) != words::load_pair(y.value)) return false;
     const bool b_wider = a_width < b_width;
     return compare_negative(b_wider ? y : x, b_wider ? x : y, used_of_top_word(b_wider ? b_width : a_width)) == 0;
 }
 
 bool LessNegativeLarge(std::uint64_t a, std::uint64_t b, unsigned a_width, unsigned b_width) noexcept {
-    const Operand x({a, 0}, a_width);
-    const Operand y({b, 0}, b_width);
+    Copy x_copy;
+    const Operand x({a, 0}, a_width, x_copy);
+    Copy y_copy;
+    const Operand y({b, 0}, b_width, y_copy);
     return a_width < b_width ? compare_negative(y, x, ~Word{0}) > 0 : compare_negative(x, y, ~Word{0}) < 0;
 }
 

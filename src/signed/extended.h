@@ -41,18 +41,14 @@ struct Extended {
 inline Extended by_sign(const Operand& v) { return {v, v.is_negative()}; }
 inline Extended by_zeros(const Operand& v) { return {v, false}; }
 
-/// A large result under way, with room for the two bits by which it may outgrow the common width. It owns its arrays
-/// until they are handed out.
+/// A result under way, with room for the two bits by which it may outgrow the common width. It owns its arrays until they
+/// are handed out; of a small common width it has its words here.
 class Growing {
   public:
     /// Throws std::bad_alloc.
-    Growing(unsigned common_width, unsigned result_flags)
-        : width(common_width),
-          flags(result_flags),
-          capacity_(word_count(common_width + 2)),
-          arrays_(take_arrays(capacity_)) {}
+    Growing(unsigned common_width, unsigned result_flags);
     ~Growing() {
-        if (arrays_.value != nullptr) give_arrays(arrays_, capacity_);
+        if (is_large(common_width_) && arrays_.value != nullptr) give_arrays(arrays_, capacity());
     }
     Growing(const Growing&) = delete;
     Growing& operator=(const Growing&) = delete;
@@ -70,21 +66,21 @@ class Growing {
     void widen();
     /// Sets the top bit as set_bit() does it: the bit is known, and flag X goes when its word holds no X mark.
     void set_top(bool top);
-    /// As if assigned to a signed value of another large width; throws std::bad_alloc where that is too wide.
+    /// As if assigned to a signed value of another width, which is large where the common one is; throws std::bad_alloc
+    /// where that is too wide.
     void assign(unsigned new_width);
 
-    /// Hands out the arrays.
-    Result result() {
-        const Result made = {{planes_of(arrays_), static_cast<unsigned>(capacity_)}, width, flags};
-        arrays_ = {};
-        return made;
-    }
+    /// Hands out the arrays, or the bits of a small result. Throws std::bad_alloc.
+    Result result();
 
     unsigned width;
     unsigned flags;
 
   private:
-    std::size_t capacity_;
+    [[nodiscard]] std::size_t capacity() const { return word_count(std::size_t{common_width_} + 2); }
+
+    unsigned common_width_;
+    Word few_[6];
     Arrays arrays_;
 };
 

@@ -38,10 +38,13 @@ const Word* magnitude_words(const Operand& v, bool negative, Word* scratch) {
 }  // namespace
 
 // The product of the magnitudes, negated when the signs differ.
-Planes MulSignedLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, Signs signs) {
+Planes MulSignedLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                      unsigned r_width, Signs signs) {
     const unsigned width = at_least_one(l_width + r_width);
-    const Operand a(l, l_width);
-    const Operand b(r, r_width);
+    Copy a_copy;
+    const Operand a({l, l_mask}, l_width, a_copy);
+    Copy b_copy;
+    const Operand b({r, r_mask}, r_width, b_copy);
     // Where the sum of the widths is too large to be one, a single bit is left.
     if (width == 1) return {a.value[0] & b.value[0] & 1U, 0};
     if (l_width <= kShortFactor && r_width <= kShortFactor)
@@ -51,18 +54,19 @@ Planes MulSignedLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, Si
     Scratch scratch(magnitudes + words::multiply_scratch(word_count(width), a.size, b.size));
     const Word* const x = magnitude_words(a, signs.l, scratch.words());
     const Word* const y = magnitude_words(b, signs.r, scratch.words() + a_scratch);
-    Target out(width);
+    Copy out_copy;
+    Target out(width, out_copy);
     words::multiply(out.value, out.size, x, a.size, y, b.size, scratch.words() + magnitudes);
     std::fill_n(out.mask, out.size, Word{0});
     if (signs.l != signs.r) words::negate(out.value, out.value, out.size);
     return out.trimmed();
 }
 
-void ShrAssignNegativeLarge(Planes v, unsigned width, unsigned count) noexcept {
-    const Arrays out = arrays_of(v);
+void ShrAssignNegativeLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count) noexcept {
+    const Arrays out = arrays_of({value, mask});
     const std::size_t size = word_count(width);
     const bool out_of_range = shifted_out(width, count);
-    if (!out_of_range) ShrAssignLarge(v, width, count);
+    if (!out_of_range) ShrAssignLarge(value, mask, width, count);
     const std::size_t start = out_of_range ? 0 : fill_start(width, count);
     const std::size_t first = start / words::kWordBits;
     out.value[first] |= ones_from(static_cast<unsigned>(start));

@@ -46,33 +46,40 @@ Planes ConstructSignedLarge(int number, unsigned width) {
     return planes;
 }
 
-Planes AssignSignedLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept {
-    const Operand source(from, from_width);
+Planes AssignSignedLarge(std::uint64_t target, std::uint64_t target_mask, std::uint64_t from, std::uint64_t from_mask,
+                         unsigned width, unsigned from_width) noexcept {
+    Copy source_copy;
+    const Operand source({from, from_mask}, from_width, source_copy);
     const bool negative = source.is_negative();
     if (is_small(width)) {
         const Planes low = {words::limb_at(source.value, source.size, 0), words::limb_at(source.mask, source.size, 0)};
         return assigned(low, from_width, negative, width);
     }
-    const Arrays to = arrays_of(target);
+    const Planes planes = {target, target_mask};
+    const Arrays to = arrays_of(planes);
     const std::size_t both = std::min<std::size_t>(source.size, word_count(width));
     if (to.value != source.value) {
         words::copy(to.value, source.value, both);
         words::copy(to.mask, source.mask, both);
     }
     assign_signed(to, from_width, negative, width);
-    return target;
+    return planes;
 }
 
-Planes AssignUntrimmedLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept {
-    const Operand source(from, from_width);
-    Target to(target, width);
+Planes AssignUntrimmedLarge(std::uint64_t target, std::uint64_t target_mask, std::uint64_t from,
+                            std::uint64_t from_mask, unsigned width, unsigned from_width) noexcept {
+    Copy source_copy;
+    const Operand source({from, from_mask}, from_width, source_copy);
+    Copy to_copy;
+    Target to({target, target_mask}, width, to_copy);
     words::fit(to.value, to.size, source.value, source.size);
     words::fit(to.mask, to.size, source.mask, source.size);
     return to.planes();
 }
 
-Storage ResizeNegativeLarge(Planes old, unsigned capacity, unsigned width, unsigned new_width) {
-    const Storage resized = ResizeLarge(old, capacity, width, new_width);
+Storage ResizeNegativeLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned capacity,
+                            unsigned new_width) {
+    const Storage resized = ResizeLarge(value, mask, width, capacity, new_width);
     if (new_width <= width) return resized;
     const Arrays to = arrays_of(resized.planes);
     const std::size_t old_size = stored_words(width);
@@ -82,8 +89,8 @@ Storage ResizeNegativeLarge(Planes old, unsigned capacity, unsigned width, unsig
     return resized;
 }
 
-void NegateLarge(Planes planes, unsigned width) noexcept {
-    const Arrays arrays = arrays_of(planes);
+void NegateLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept {
+    const Arrays arrays = arrays_of({value, mask});
     words::negate(arrays.value, arrays.value, word_count(width));
     trim(arrays, width);
 }

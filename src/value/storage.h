@@ -19,10 +19,16 @@ inline void check_width(std::size_t width) {
     if (width > kMaxWidth) throw std::bad_alloc();
 }
 
+/// Here, in the library, most values are large.
+inline bool is_large(unsigned width) { return __builtin_expect(width > 64, true); }
+
 inline std::size_t word_count(std::size_t width) { return (width + words::kWordBits - 1) / words::kWordBits; }
 
 /// How many words are read of a value: a moved-from one has one, too.
-inline std::size_t stored_words(unsigned width) { return width <= words::kWordBits ? 1 : word_count(width); }
+inline std::size_t stored_words(unsigned width) {
+    if (is_large(width)) return word_count(width);
+    return width <= words::kWordBits ? 1 : 2;
+}
 
 /// Arrays as planes.
 inline Planes planes_of(const Arrays& arrays) {
@@ -36,10 +42,9 @@ inline Arrays arrays_for(unsigned width) {
     return take_arrays(word_count(width));
 }
 
-/// Clears the bits above the width. Two words at a time where the kernels have written the top word so: what was
-/// written in one piece is slow to read in another.
-inline void trim(const Arrays& arrays, unsigned width) {
-    const std::size_t top = stored_words(width) - 1;
+/// Clears the bits above a width whose top word is this one. Two words at a time where the kernels have written the top
+/// word so: what was written in one piece is slow to read in another.
+inline void trim(const Arrays& arrays, std::size_t top, unsigned width) {
     Word* const value = arrays.value + top;
     Word* const mask = arrays.mask + top;
     const Word used = detail::used_of_top_word(width);
@@ -52,55 +57,54 @@ inline void trim(const Arrays& arrays, unsigned width) {
         *mask &= used;
     }
 }
+/// The same for the arrays of a large value.
+inline void trim(const Arrays& arrays, unsigned width) { trim(arrays, (width - 1) / words::kWordBits, width); }
+
+/// Room for the words of a small value. Apart from what points to it, which can then stay in registers.
+struct Copy {
+    Word value[2];
+    Word mask[2];
+};
 
 /// An operand of any width, to be read as words: those of its arrays, or a copy of its bits.
-class Operand {
-  public:
-    Operand(Planes planes, unsigned bit_width) : width(bit_width), size(stored_words(bit_width)) {
-        if (detail::is_small(width)) {
-            words::store_pair(copy_, planes.value);
-            words::store_pair(copy_ + 2, planes.mask);
-            value = copy_;
-            mask = copy_ + 2;
-        } else {
+struct Operand {
+    Operand(const Planes& planes, unsigned bit_width, Copy& copy)
+        : width(bit_width), size(stored_words(bit_width)), value(copy.value), mask(copy.mask) {
+        if (is_large(width)) {
             value = detail::array_of(planes.value);
             mask = detail::array_of(planes.mask);
+        } else {
+            words::store_pair(copy.value, planes.value);
+            words::store_pair(copy.mask, planes.mask);
         }
     }
-    Operand(const Operand&) = delete;
-    Operand& operator=(const Operand&) = delete;
 
     /// The value bit at width - 1, X or not.
     [[nodiscard]] bool is_negative() const { return (value[size - 1] >> ((width - 1) % words::kWordBits) & 1U) != 0; }
 
-    const unsigned width;
-    const std::size_t size;
+    unsigned width;
+    std::size_t size;
     const Word* value;
     const Word* mask;
-
-  private:
-    Word copy_[4];
 };
 
 /// What an operation writes: the arrays of a large value, or the words of a small one until they are taken as bits.
-class Target {
-  public:
+struct Target {
     /// A value that is there already.
-    Target(Planes planes, unsigned bit_width) : Target(bit_width, arrays_of(planes)) {
-        if (!detail::is_small(width)) return;
-        words::store_pair(copy_, planes.value);
-        words::store_pair(copy_ + 2, planes.mask);
+    Target(const Planes& planes, unsigned bit_width, Copy& copy)
+        : Target(bit_width, is_large(bit_width) ? arrays_of(planes) : Arrays{copy.value, copy.mask}) {
+        if (is_large(width)) return;
+        words::store_pair(value, planes.value);
+        words::store_pair(mask, planes.mask);
     }
     /// A new one, not yet written. Throws std::bad_alloc.
-    explicit Target(unsigned bit_width)
-        : Target(bit_width, detail::is_small(bit_width) ? Arrays{} : arrays_for(bit_width)) {}
-    Target(const Target&) = delete;
-    Target& operator=(const Target&) = delete;
+    Target(unsigned bit_width, Copy& copy)
+        : Target(bit_width, is_large(bit_width) ? arrays_for(bit_width) : Arrays{copy.value, copy.mask}) {}
 
-    void trim() const { kval::trim({value, mask}, width); }
+    void trim() const { kval::trim({value, mask}, size - 1, width); }
     /// The planes, which own the arrays.
     [[nodiscard]] Planes planes() const {
-        if (!detail::is_small(width)) return planes_of({value, mask});
+        if (is_large(width)) return planes_of({value, mask});
         return {words::limb_at(value, size, 0), words::limb_at(mask, size, 0)};
     }
     [[nodiscard]] Planes trimmed() const {
@@ -108,19 +112,14 @@ class Target {
         return planes();
     }
 
-    const unsigned width;
-    const std::size_t size;
-    Word* const value;
-    Word* const mask;
+    unsigned width;
+    std::size_t size;
+    Word* value;
+    Word* mask;
 
   private:
     Target(unsigned bit_width, const Arrays& arrays)
-        : width(bit_width),
-          size(stored_words(bit_width)),
-          value(detail::is_small(bit_width) ? copy_ : arrays.value),
-          mask(detail::is_small(bit_width) ? copy_ + 2 : arrays.mask) {}
-
-    Word copy_[4];
+        : width(bit_width), size(stored_words(bit_width)), value(arrays.value), mask(arrays.mask) {}
 };
 
 }  // namespace kval

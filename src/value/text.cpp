@@ -79,24 +79,32 @@ Parsed resized(const Parsed& before, std::size_t width) {
     Parsed after = before;
     after.width = at_least_one(static_cast<unsigned>(width));
     if (width == before.width) return after;
-    after.storage = ResizeLarge(before.storage.planes, before.storage.capacity, before.width, after.width);
+    const Storage& old = before.storage;
+    if (is_small(before.width) && is_small(after.width)) {
+        after.storage.planes = trimmed(old.planes, after.width);
+        return after;
+    }
+    after.storage = ResizeLarge(old.planes.value, old.planes.mask, before.width, old.capacity, after.width);
     return after;
 }
 
 }  // namespace
 
-char* HexadecimalText(Planes planes, unsigned width, unsigned flags) {
-    return new_text(kHexadecimal, Operand(planes, width), flags);
+char* HexadecimalText(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned flags) {
+    Copy copy;
+    return new_text(kHexadecimal, Operand({value, mask}, width, copy), flags);
 }
 
-char* BinaryText(Planes planes, unsigned width, unsigned flags) {
-    return new_text(kBinary, Operand(planes, width), flags);
+char* BinaryText(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned flags) {
+    Copy copy;
+    return new_text(kBinary, Operand({value, mask}, width, copy), flags);
 }
 
 Parsed ParseHexadecimal(const char* text, Parsed before) {
     Source source(text, kHexadecimal.bits_per_digit, before.text);
     Parsed after = resized(before, source.length * kHexadecimal.bits_per_digit);
-    Target to(after.storage.planes, after.width);
+    Copy to_copy;
+    Target to(after.storage.planes, after.width, to_copy);
     words::read_hexadecimal(to.value, to.mask, source.text, source.length);
     after.storage.planes = to.trimmed();
     after.text = source.copied(before.text);
@@ -106,7 +114,8 @@ Parsed ParseHexadecimal(const char* text, Parsed before) {
 Parsed ParseBinary(const char* text, Parsed before) {
     Source source(text, kBinary.bits_per_digit, before.text);
     Parsed after = resized(before, source.length);
-    Target to(after.storage.planes, after.width);
+    Copy to_copy;
+    Target to(after.storage.planes, after.width, to_copy);
     if (std::memchr(source.text, 'X', source.length) != nullptr) {
         std::fill_n(to.mask, to.size, ~Word{0});
         to.trim();

@@ -11,7 +11,7 @@ namespace kval::words {
 inline void fit(Word* out, std::size_t size, const Word* in, std::size_t in_size) {
     const std::size_t both = std::min(size, in_size);
     copy(out, in, both);
-    std::fill(out + both, out + size, Word{0});
+    if (both < size) std::fill(out + both, out + size, Word{0});
 }
 
 }  // namespace kval::words

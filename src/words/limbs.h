@@ -70,8 +70,9 @@ inline void fill_limbs(Word* out, Word word, std::size_t size) noexcept {
 
 /// The same in both planes at once, by a four-state rule.
 template <typename Rule>
-void combine_limbs(Word* value, Word* mask, const Word* l_value, const Word* l_mask, const Word* r_value,
-                   const Word* r_mask, std::size_t size, Rule rule) noexcept {
+__attribute__((always_inline)) inline void combine_limbs(Word* value, Word* mask, const Word* l_value,
+                                                         const Word* l_mask, const Word* r_value, const Word* r_mask,
+                                                         std::size_t size, Rule rule) noexcept {
     std::size_t i = 0;
     for (; i + 2 <= size; i = next_limb(i)) {
         const FourState<DoubleWord> bits = rule(FourState<DoubleWord>{load_pair(l_value + i), load_pair(l_mask + i)},
@@ -200,7 +201,13 @@ inline void shift_left_limbs(Word* out, std::size_t out_size, const Word* in, st
 
 /// Whether all `size` words are the same.
 inline bool same(const Word* a, const Word* b, std::size_t size) noexcept {
-    return __builtin_memcmp(a, b, size * sizeof(Word)) == 0;
+    constexpr std::size_t few = 16;
+    if (size > few) return __builtin_memcmp(a, b, size * sizeof(Word)) == 0;
+    std::size_t i = 0;
+    for (; i + 2 <= size; i = next_limb(i)) {
+        if (load_pair(a + i) != load_pair(b + i)) return false;
+    }
+    return i == size || a[i] == b[i];
 }
 
 /// Less than 0, 0 or more than 0 as `a` is less than, equal to or greater than `b`, from the top down.

@@ -9,35 +9,46 @@ namespace detail {
 
 /// Whether the value bits of a large value read `number`.
 KVAL_API bool IsNumberLarge(std::uint64_t value, unsigned width, unsigned number) noexcept;
+/// set_bit() in a large value; whether the x-mask word of the bit is without X then.
+KVAL_API bool SetBitLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned pos, Word bits) noexcept;
 /// Every bit of a large value becomes X; both planes are trimmed.
-KVAL_API void ForceXLarge(Planes planes, unsigned width) noexcept;
+KVAL_API void ForceXLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept;
 [[noreturn]] KVAL_API void ThrowBitPosition();
 [[noreturn]] KVAL_API void ThrowSetBitPosition();
 
 KVAL_INLINE bool reads_number(const KVAL_UINTEGER& v, unsigned number) noexcept {
-    if (is_small(v)) return Fields::planes(v).value == number;
-    return IsNumberLarge(Fields::planes(v).value, v.bitwidth(), number);
+    if (is_small(v)) return Fields::value(v) == number;
+    return IsNumberLarge(Fields::value(v), v.bitwidth(), number);
 }
 
-/// The word that holds bit `pos`. A compact value has one word, which every position falls into, modulo 32.
-KVAL_INLINE unsigned word_of_bit(const KVAL_UINTEGER& v, int pos) noexcept {
-    return v.IsCompact() ? 0 : static_cast<unsigned>(pos >> 5);
+/// Word `index` of a plane, 0 outside the value.
+KVAL_INLINE Word word_at(std::uint64_t plane, unsigned width, unsigned index) noexcept {
+    if (is_small(width)) return index < 2 ? static_cast<Word>(plane >> 32 * index) : 0;
+    return index < word_count(width) ? array_of(plane)[index] : 0;
 }
 
-KVAL_INLINE void store_value_word(KVAL_UINTEGER& v, unsigned index, Word word) noexcept {
-    Planes planes = Fields::planes(v);
-    planes.value = with_word(planes.value, v.bitwidth(), index, word);
-    Fields::set_planes(v, planes);
+/// The plane after a raw store of word `index`; a large one changes in its array. A compact value has one word, which
+/// every index means; others ignore an index outside the value.
+KVAL_INLINE std::uint64_t with_word(std::uint64_t plane, unsigned width, unsigned index, Word word) noexcept {
+    if (width <= 32) return word;
+    if (is_small(width)) {
+        const unsigned shift = 32 * (index & 1U);
+        const std::uint64_t others = plane & ~(std::uint64_t{0xFFFFFFFFU} << shift);
+        return index < 2 ? others | static_cast<std::uint64_t>(word) << shift : plane;
+    }
+    if (index < word_count(width)) array_of(plane)[index] = word;
+    return plane;
 }
-KVAL_INLINE void store_mask_word(KVAL_UINTEGER& v, unsigned index, Word word) noexcept {
-    Planes planes = Fields::planes(v);
-    planes.mask = with_word(planes.mask, v.bitwidth(), index, word);
-    Fields::set_planes(v, planes);
-}
-/// Whether raw stores reach a word of this index, and into which one: a compact value has one for every index.
-KVAL_INLINE bool has_word(const KVAL_UINTEGER& v, unsigned* index) noexcept {
-    if (v.IsCompact()) *index = 0;
-    return v.IsCompact() || *index < word_count(v.bitwidth());
+
+/// The place of bit `pos` among those of a small value; 64 and more are outside. A compact value has one word, which
+/// every position falls into, modulo 32.
+KVAL_INLINE unsigned place_of(unsigned pos, unsigned width) noexcept { return width <= 32 ? pos % 32 : pos; }
+
+/// Bit `pos` of a plane, 0 outside the stored words.
+KVAL_INLINE unsigned bit_at(std::uint64_t plane, unsigned width, unsigned pos) noexcept {
+    if (!is_small(width)) return word_at(plane, width, pos >> 5) >> (pos & 31U) & 1U;
+    const unsigned place = place_of(pos, width);
+    return place < 64 ? static_cast<unsigned>(plane >> place) & 1U : 0;
 }
 
 KVAL_INLINE KVAL_UINTEGER& flagged(KVAL_UINTEGER& v, unsigned flag) noexcept {
@@ -68,19 +79,15 @@ KVAL_INLINE unsigned KVAL_UINTEGER::get_xmask_at(int index) const noexcept {
 }
 
 KVAL_INLINE unsigned KVAL_UINTEGER::bit(unsigned pos) const {
-    using namespace kval::detail;
-    if (pos > width) ThrowBitPosition();
-    // A width of whole words has no word for the position equal to it, unless it is compact: 32 is then 0.
-    const unsigned word = word_at(uvalue.bits, width, word_of_bit(*this, static_cast<int>(pos)));
-    return word >> (pos & 31U) & 1U;
+    if (pos > width) kval::detail::ThrowBitPosition();
+    return kval::detail::bit_at(uvalue.bits, width, pos);
 }
 
 KVAL_INLINE bool KVAL_UINTEGER::is_x(int pos, int nibble) const noexcept {
     using namespace kval::detail;
-    const unsigned place = static_cast<unsigned>(pos);
-    if (nibble != 1) return (word_at(xmask.bits, width, word_of_bit(*this, pos)) >> (place & 31U) & 1U) != 0;
+    if (nibble != 1) return bit_at(xmask.bits, width, static_cast<unsigned>(pos)) != 0;
     const unsigned index = IsCompact() ? 0 : static_cast<unsigned>(pos >> 3);
-    Word group = word_at(xmask.bits, width, index) >> (4U * (place & 7U)) & 15U;
+    Word group = word_at(xmask.bits, width, index) >> (4U * (static_cast<unsigned>(pos) & 7U)) & 15U;
     // The partial top group ends at the width, and a group above the width has no bits.
     const std::int64_t rest = static_cast<std::int64_t>(width) - 4 * static_cast<std::int64_t>(pos);
     if (rest <= 3) group &= rest > 0 ? (1U << rest) - 1U : 0U;
@@ -90,30 +97,31 @@ KVAL_INLINE bool KVAL_UINTEGER::is_x(int pos, int nibble) const noexcept {
 // ---- writing ----
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_uvalue_at(int index, unsigned word) noexcept {
-    unsigned at = static_cast<unsigned>(index);
-    if (kval::detail::has_word(*this, &at)) kval::detail::store_value_word(*this, at, word);
+    uvalue.bits = kval::detail::with_word(uvalue.bits, width, static_cast<unsigned>(index), word);
     return *this;
 }
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_xmask_at(int index, unsigned word) noexcept {
-    unsigned at = static_cast<unsigned>(index);
-    if (kval::detail::has_word(*this, &at)) kval::detail::store_mask_word(*this, at, word);
+    xmask.bits = kval::detail::with_word(xmask.bits, width, static_cast<unsigned>(index), word);
     return *this;
 }
 
+// Deliberate: the one x-mask word of the bit decides on flag X, even where another word still holds X bits; and a value
+// of more than one bit reaches into the bits above, though not beyond the word.
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_bit(int pos, unsigned value) {
     using namespace kval::detail;
     if (static_cast<int>(width) < pos) ThrowSetBitPosition();
-    unsigned index = static_cast<unsigned>(pos) >> 5;
-    if (has_word(*this, &index)) {
-        const unsigned place = static_cast<unsigned>(pos) & 31U;
-        const Word others = ~(1U << place);
-        const Word mask = word_at(xmask.bits, width, index) & others;
-        store_value_word(*this, index, (word_at(uvalue.bits, width, index) & others) | value << place);
-        store_mask_word(*this, index, mask);
-        // Deliberate: this one x-mask word decides, even where another word still holds X bits.
-        if (mask == 0) Fields::set_flags(*this, without_x(Fields::flags(*this)));
+    const unsigned place = place_of(static_cast<unsigned>(pos), width);
+    bool known = false;
+    if (!is_small(width)) {
+        known = unary_large(SetBitLarge, *this, place, value);
+    } else if (place < 64) {
+        const std::uint64_t others = ~(std::uint64_t{1} << place);
+        const std::uint64_t bits = static_cast<std::uint64_t>(value << (place & 31U)) << (place & 32U);
+        Fields::set_planes(*this, {(uvalue.bits & others) | bits, xmask.bits & others});
+        known = static_cast<Word>(xmask.bits >> (place & 32U)) == 0;
     }
+    if (known) Fields::set_flags(*this, without_x(Fields::flags(*this)));
     DeleteString();
     return *this;
 }
@@ -121,8 +129,12 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_bit(int pos, unsigned value) {
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_x(int pos) noexcept {
     using namespace kval::detail;
     if (pos < 0 || pos >= static_cast<int>(width)) return *this;
-    const unsigned index = static_cast<unsigned>(pos) >> 5;
-    store_mask_word(*this, index, word_at(xmask.bits, width, index) | 1U << (static_cast<unsigned>(pos) & 31U));
+    const unsigned place = static_cast<unsigned>(pos);
+    if (is_small(width)) {
+        xmask.bits |= std::uint64_t{1} << (place & 63U);
+    } else {
+        array_of(xmask.bits)[place / 32] |= 1U << place % 32;
+    }
     return flagged(*this, kX);
 }
 
@@ -131,7 +143,7 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::force_x() noexcept {
     if (is_small(width)) {
         Fields::set_planes(*this, trimmed({uvalue.bits, ~std::uint64_t{0}}, width));
     } else {
-        ForceXLarge(Fields::planes(*this), width);
+        unary_large(ForceXLarge, *this);
     }
     return flagged(*this, kX);
 }

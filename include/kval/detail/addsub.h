@@ -13,24 +13,28 @@ struct Sum {
     Planes planes;
     unsigned width;
 };
-KVAL_API Sum AddLarge(Planes l, Planes r, unsigned l_width, unsigned r_width);
+KVAL_API Sum AddLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                      unsigned r_width);
 /// The length of those arrays, by the wider operand's width.
 KVAL_INLINE unsigned capacity_of_sum(unsigned width) noexcept { return width / 32 + 1; }
 /// The arrays of a sum of 65 bits, of which these are the lower ones. Throws std::bad_alloc.
 KVAL_API Planes CarryOut(std::uint64_t value, std::uint64_t mask);
 /// The planes of a difference, in the left operand's width, where one operand is large. Throws std::bad_alloc.
-KVAL_API Planes SubLarge(Planes l, Planes r, unsigned l_width, unsigned r_width);
+KVAL_API Planes SubLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                         unsigned r_width);
 /// The planes of the left operand after the operation in place, where one operand is large.
-KVAL_API Planes AddAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept;
-KVAL_API Planes SubAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept;
+KVAL_API Planes AddAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask,
+                               unsigned l_width, unsigned r_width) noexcept;
+KVAL_API Planes SubAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask,
+                               unsigned l_width, unsigned r_width) noexcept;
 /// The value of a large operand after a number was added or subtracted, with a carry or borrow as far as it goes.
-KVAL_API void AddNumberLarge(Planes l, unsigned width, unsigned number) noexcept;
-KVAL_API void SubNumberLarge(Planes l, unsigned width, unsigned number) noexcept;
+KVAL_API void AddNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept;
+KVAL_API void SubNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept;
 
 /// The width of a small sum, of operands that are not wider than `width`: one bit more where the sum reaches the bit
 /// above the width, or carries out of the words, as operands with bits above their width may have it.
 KVAL_INLINE unsigned width_of_sum(std::uint64_t sum, std::uint64_t operand, unsigned width) noexcept {
-    const bool carry = width > 32 ? sum < operand : sum >> 32 != 0;
+    const bool carry = sum < operand || (sum & ~stored_bits(width)) != 0;
     const std::uint64_t reached = sum >> 1 >> ((width - 1) & 63U) & 1U;
     return width + (static_cast<unsigned>(carry) | static_cast<unsigned>(reached));
 }
@@ -42,11 +46,11 @@ KVAL_INLINE KVAL_UINTEGER operator+(const KVAL_UINTEGER& l, const KVAL_UINTEGER&
     using namespace kval::detail;
     const Wider from = wider(l, r);
     if (!is_small(from.width)) {
-        const Sum sum = AddLarge(Fields::planes(l), Fields::planes(r), l.bitwidth(), r.bitwidth());
+        const Sum sum = binary_large(AddLarge, l, r);
         return Fields::make<KVAL_UINTEGER>(sum.width, sum.planes, from.flags, capacity_of_sum(from.width));
     }
-    const Planes sum = {Fields::planes(l).value + Fields::planes(r).value, from.planes.mask};
-    const unsigned width = width_of_sum(sum.value, Fields::planes(l).value, from.width);
+    const Planes sum = {Fields::value(l) + Fields::value(r), from.planes.mask};
+    const unsigned width = width_of_sum(sum.value, Fields::value(l), from.width);
     if (is_small(width)) return trimmed_result(width, sum, from.flags);
     return any_result(width, CarryOut(sum.value, sum.mask), from.flags);
 }
@@ -57,27 +61,26 @@ KVAL_INLINE KVAL_UINTEGER operator-(const KVAL_UINTEGER& l, const KVAL_UINTEGER&
     using namespace kval::detail;
     const unsigned width = l.bitwidth();
     const Planes bits = Fields::planes(l);
-    if (are_small(l, r))
-        return trimmed_result(width, {bits.value - Fields::planes(r).value, bits.mask}, Fields::flags(l));
-    return any_result(width, SubLarge(Fields::planes(l), Fields::planes(r), width, r.bitwidth()), Fields::flags(l));
+    if (are_small(l, r)) return trimmed_result(width, {bits.value - Fields::value(r), bits.mask}, Fields::flags(l));
+    return any_result(width, binary_large(SubLarge, l, r), Fields::flags(l));
 }
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator+=(const KVAL_UINTEGER& other) noexcept {
     using namespace kval::detail;
     if (are_small(*this, other)) return changed_value(*this, uvalue.bits + other.uvalue.bits);
-    return changed_large(*this, AddAssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+    return changed_large(*this, binary_large(AddAssignLarge, *this, other));
 }
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator-=(const KVAL_UINTEGER& other) noexcept {
     using namespace kval::detail;
     if (are_small(*this, other)) return changed_value(*this, uvalue.bits - other.uvalue.bits);
-    return changed_large(*this, SubAssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+    return changed_large(*this, binary_large(SubAssignLarge, *this, other));
 }
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator+=(unsigned number) noexcept {
     using namespace kval::detail;
     if (is_small(width)) return changed_value(*this, uvalue.bits + number);
-    AddNumberLarge(Fields::planes(*this), width, number);
+    unary_large(AddNumberLarge, *this, number);
     DeleteString();
     return *this;
 }
@@ -85,7 +88,7 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator+=(unsigned number) noexcept {
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator-=(unsigned number) noexcept {
     using namespace kval::detail;
     if (is_small(width)) return changed_value(*this, uvalue.bits - number);
-    SubNumberLarge(Fields::planes(*this), width, number);
+    unary_large(SubNumberLarge, *this, number);
     DeleteString();
     return *this;
 }

@@ -12,13 +12,14 @@ namespace detail {
 KVAL_API int CompareLarge(std::uint64_t l, std::uint64_t r, unsigned l_width, unsigned r_width) noexcept;
 KVAL_API int CompareNumberLarge(std::uint64_t l, unsigned width, unsigned number) noexcept;
 /// Whether both planes hold the same bits, where one operand is large.
-KVAL_API bool SameBitsLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept;
+KVAL_API bool SameBitsLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask,
+                            unsigned l_width, unsigned r_width) noexcept;
 
 KVAL_INLINE int compared_large(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
-    return CompareLarge(Fields::planes(l).value, Fields::planes(r).value, l.bitwidth(), r.bitwidth());
+    return CompareLarge(Fields::value(l), Fields::value(r), l.bitwidth(), r.bitwidth());
 }
 KVAL_INLINE int compared_large(const KVAL_UINTEGER& v, unsigned number) noexcept {
-    return CompareNumberLarge(Fields::planes(v).value, v.bitwidth(), number);
+    return CompareNumberLarge(Fields::value(v), v.bitwidth(), number);
 }
 
 }  // namespace detail
@@ -26,12 +27,12 @@ KVAL_INLINE int compared_large(const KVAL_UINTEGER& v, unsigned number) noexcept
 
 KVAL_INLINE bool operator>(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     using namespace kval::detail;
-    return are_small(l, r) ? Fields::planes(l).value > Fields::planes(r).value : compared_large(l, r) > 0;
+    return are_small(l, r) ? Fields::value(l) > Fields::value(r) : compared_large(l, r) > 0;
 }
 
 KVAL_INLINE bool operator>=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
     using namespace kval::detail;
-    return are_small(l, r) ? Fields::planes(l).value >= Fields::planes(r).value : compared_large(l, r) >= 0;
+    return are_small(l, r) ? Fields::value(l) >= Fields::value(r) : compared_large(l, r) >= 0;
 }
 
 KVAL_INLINE bool operator<(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept { return r > l; }
@@ -39,12 +40,12 @@ KVAL_INLINE bool operator<=(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noex
 
 KVAL_INLINE bool operator>(const KVAL_UINTEGER& v, unsigned number) noexcept {
     using namespace kval::detail;
-    return is_small(v) ? Fields::planes(v).value > number : compared_large(v, number) > 0;
+    return is_small(v) ? Fields::value(v) > number : compared_large(v, number) > 0;
 }
 
 KVAL_INLINE bool operator>=(const KVAL_UINTEGER& v, unsigned number) noexcept {
     using namespace kval::detail;
-    return is_small(v) ? Fields::planes(v).value >= number : compared_large(v, number) >= 0;
+    return is_small(v) ? Fields::value(v) >= number : compared_large(v, number) >= 0;
 }
 
 KVAL_INLINE bool operator>(unsigned number, const KVAL_UINTEGER& v) noexcept { return !(v >= number); }
@@ -57,19 +58,18 @@ KVAL_INLINE bool operator<=(unsigned number, const KVAL_UINTEGER& v) noexcept { 
 KVAL_INLINE bool KVAL_UINTEGER::operator==(const KVAL_UINTEGER& other) const noexcept {
     using namespace kval::detail;
     if (!are_small(*this, other)) {
-        return Fields::flags(*this) == Fields::flags(other) &&
-               SameBitsLarge(Fields::planes(*this), Fields::planes(other), width, other.width);
+        return Fields::marks(*this) == Fields::marks(other) && binary_large(SameBitsLarge, *this, other);
     }
     // Value bits first: they tell most different values apart.
     return uvalue.bits == other.uvalue.bits && xmask.bits == other.xmask.bits &&
-           Fields::flags(*this) == Fields::flags(other);
+           Fields::marks(*this) == Fields::marks(other);
 }
 
 KVAL_INLINE bool KVAL_UINTEGER::operator!=(const KVAL_UINTEGER& other) const noexcept { return !(*this == other); }
 
 KVAL_INLINE bool KVAL_UINTEGER::operator==(unsigned number) const noexcept {
     using namespace kval::detail;
-    return Fields::flags(*this) == 0 && reads_number(*this, number);
+    return Fields::marks(*this) == 0 && reads_number(*this, number);
 }
 
 KVAL_INLINE bool KVAL_UINTEGER::operator!=(unsigned number) const noexcept { return !(*this == number); }

@@ -25,7 +25,7 @@ KVAL_INLINE unsigned twang_uinthash(unsigned key) noexcept {
 
 KVAL_INLINE unsigned KVAL_UINTEGER::get_hash(unsigned bits) const noexcept {
     using namespace kval::detail;
-    unsigned hash;
+    unsigned hash = 0;
     if (is_small(width)) {
         hash = twang_uinthash(static_cast<unsigned>(uvalue.bits));
         if (width > 32) hash ^= twang_uinthash(static_cast<unsigned>(uvalue.bits >> 32));

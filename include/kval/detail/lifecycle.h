@@ -9,19 +9,21 @@ namespace detail {
 
 /// The new arrays of large values. They throw std::bad_alloc, and leave nothing behind.
 KVAL_API Planes ConstructLarge(unsigned number, unsigned width);
-KVAL_API Planes CopyLarge(Planes from, unsigned width);
+KVAL_API Planes CopyLarge(std::uint64_t value, std::uint64_t mask, unsigned width);
 /// The storage at another width, where one of the two is large; the old one is then used up. Planes above the width are
 /// cleared. Throws std::bad_alloc, and then has changed nothing.
-KVAL_API Storage ResizeLarge(Planes old, unsigned capacity, unsigned width, unsigned new_width);
+KVAL_API Storage ResizeLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned capacity,
+                             unsigned new_width);
 
 /// The planes of a target that was assigned to, where it or the source is large: cut or zero-extended, and trimmed
 /// where the widths differ. A large target keeps its arrays.
-KVAL_API Planes AssignLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept;
-KVAL_API void AssignNumberLarge(Planes target, unsigned width, unsigned number) noexcept;
+KVAL_API Planes AssignLarge(std::uint64_t target, std::uint64_t target_mask, std::uint64_t from,
+                            std::uint64_t from_mask, unsigned width, unsigned from_width) noexcept;
+KVAL_API void AssignNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept;
 /// Clears the bits above a large width.
-KVAL_API void TrimLarge(Planes planes, unsigned width) noexcept;
+KVAL_API void TrimLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept;
 
-KVAL_API void ReleaseLarge(Planes planes, unsigned capacity) noexcept;
+KVAL_API void ReleaseLarge(std::uint64_t value, std::uint64_t mask, unsigned capacity) noexcept;
 KVAL_API void DeleteText(const char* text) noexcept;
 /// Whether this thread keeps the arrays of its dead values from now on; those that it has go back to the heap. For tests
 /// and tools that count what is taken from the heap, or watch its bounds.
@@ -32,7 +34,7 @@ KVAL_INLINE Planes constructed(unsigned number, unsigned width) {
     return {number & used_bits(width), 0};
 }
 KVAL_INLINE Planes copied(const KVAL_UINTEGER& v) {
-    return is_small(v) ? Fields::planes(v) : CopyLarge(Fields::planes(v), v.bitwidth());
+    return is_small(v) ? Fields::planes(v) : unary_large(CopyLarge, v);
 }
 
 /// Copy assignment to a moved-from value, which takes the width as well.
@@ -59,18 +61,17 @@ KVAL_INLINE void take(KVAL_UINTEGER& v, KVAL_UINTEGER& from) noexcept {
     Fields::set_flags(from, 0);
 }
 
-/// Exchanges the planes and flags of two values of one width; both lose their texts.
+/// Exchanges the planes and flags of two values; the second one loses its text.
 KVAL_INLINE void exchange_planes(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept {
     const Planes planes = Fields::planes(a);
     const unsigned capacity = Fields::capacity(a);
-    const unsigned flags = Fields::flags(a);
+    const unsigned flags = Fields::marks(a);
     Fields::set_planes(a, Fields::planes(b));
     Fields::set_capacity(a, Fields::capacity(b));
-    Fields::set_flags(a, Fields::flags(b));
+    Fields::set_flags(a, Fields::marks(b));
     Fields::set_planes(b, planes);
     Fields::set_capacity(b, capacity);
     Fields::set_flags(b, flags);
-    a.DeleteString();
     b.DeleteString();
 }
 
@@ -120,18 +121,19 @@ KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(KVAL_UINTEGER&& other) noexcept : text_
 
 KVAL_INLINE KVAL_UINTEGER::~KVAL_UINTEGER() {
     DeleteString();
-    if (__builtin_expect(capacity != 0, false))
-        kval::detail::ReleaseLarge(kval::detail::Fields::planes(*this), capacity);
+    if (__builtin_expect(capacity != 0, false)) kval::detail::ReleaseLarge(uvalue.bits, xmask.bits, capacity);
 }
 
 // Where the widths are equal, even bits above them are copied.
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator=(const KVAL_UINTEGER& other) {
     using namespace kval::detail;
     if (this == &other) return *this;
-    if (is_small(width) && is_small(other) && width != 0) {
-        Fields::set_planes(*this, width == other.width ? Fields::planes(other) : trimmed(Fields::planes(other), width));
+    if (width == other.width && is_small(width)) {
+        Fields::set_planes(*this, Fields::planes(other));
+    } else if (is_small(width) && is_small(other) && width != 0) {
+        Fields::set_planes(*this, trimmed(Fields::planes(other), width));
     } else if (width != 0) {
-        Fields::set_planes(*this, AssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+        Fields::set_planes(*this, binary_large(AssignLarge, *this, other));
     } else {
         adopt(*this, other);
         return *this;
@@ -144,18 +146,21 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator=(const KVAL_UINTEGER& other) 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator=(KVAL_UINTEGER&& other) noexcept {
     using namespace kval::detail;
     if (this == &other) return *this;
-    if (is_small(width) && is_small(other) && width != 0) {
-        Fields::set_planes(*this, width == other.width ? Fields::planes(other) : trimmed(Fields::planes(other), width));
-    } else if (width == other.width) {
+    const unsigned state = Fields::flags(other);
+    if (width == other.width && is_small(width)) {
+        Fields::set_planes(*this, Fields::planes(other));
+    } else if (is_small(width) && is_small(other) && width != 0) {
+        Fields::set_planes(*this, trimmed(Fields::planes(other), width));
+    } else if (width == other.width || width == 0) {
         exchange_planes(*this, other);
-        return *this;
-    } else if (width != 0) {
-        Fields::set_planes(*this, AssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+        if (width == 0) {  // a moved-from target takes the width as well, and leaves the source moved-from
+            width = other.width;
+            other.width = 0;
+        }
     } else {
-        take(*this, other);
-        return *this;
+        Fields::set_planes(*this, binary_large(AssignLarge, *this, other));
     }
-    Fields::set_flags(*this, Fields::flags(other));
+    Fields::set_flags(*this, state);
     DeleteString();
     return *this;
 }
@@ -167,7 +172,7 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator=(unsigned value) noexcept {
         if (width == 0) width = 32;
         return changed_trimmed(*this, {value, 0});
     }
-    AssignNumberLarge(Fields::planes(*this), width, value);
+    unary_large(AssignNumberLarge, *this, value);
     DeleteString();
     return *this;
 }
@@ -183,7 +188,7 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::bitwidth(unsigned new_width) {
         width = new_width;
         return changed_trimmed(*this, Fields::planes(*this));
     }
-    const Storage resized = ResizeLarge(Fields::planes(*this), capacity, width, new_width);
+    const Storage resized = unary_large(ResizeLarge, *this, capacity, new_width);
     Fields::set_planes(*this, resized.planes);
     capacity = resized.capacity;
     width = new_width;
@@ -196,7 +201,7 @@ KVAL_INLINE void KVAL_UINTEGER::EnforceWidth() noexcept {
     if (is_small(width)) {
         Fields::set_planes(*this, trimmed(Fields::planes(*this), width));
     } else {
-        TrimLarge(Fields::planes(*this), width);
+        unary_large(TrimLarge, *this);
     }
 }
 
@@ -208,7 +213,7 @@ KVAL_INLINE void KVAL_UINTEGER::DeleteString() noexcept {
 
 KVAL_INLINE void KVAL_UINTEGER::DeleteData() noexcept {
     if (kval::detail::is_small(width)) return;
-    kval::detail::ReleaseLarge(kval::detail::Fields::planes(*this), capacity);
+    kval::detail::ReleaseLarge(uvalue.bits, xmask.bits, capacity);
     kval::detail::Fields::set_planes(*this, {0, 0});
     capacity = 0;
 }

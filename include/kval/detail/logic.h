@@ -8,20 +8,25 @@ namespace kval {
 namespace detail {
 
 /// The arrays of a large result, in the wider width. They throw std::bad_alloc.
-KVAL_API Planes AndLarge(Planes l, Planes r, unsigned l_width, unsigned r_width);
-KVAL_API Planes OrLarge(Planes l, Planes r, unsigned l_width, unsigned r_width);
-KVAL_API Planes XorLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, bool all_x);
-KVAL_API Planes NotLarge(Planes v, unsigned width);
+KVAL_API Planes AndLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                         unsigned r_width);
+KVAL_API Planes OrLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                        unsigned r_width);
+KVAL_API Planes XorLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
+                         unsigned r_width, unsigned x_flag);
+KVAL_API Planes NotLarge(std::uint64_t value, std::uint64_t mask, unsigned width);
 /// The planes of the left operand after the operation in place, where one operand is large.
-KVAL_API Planes AndAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept;
-KVAL_API Planes OrAssignLarge(Planes l, Planes r, unsigned l_width, unsigned r_width) noexcept;
+KVAL_API Planes AndAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask,
+                               unsigned l_width, unsigned r_width) noexcept;
+KVAL_API Planes OrAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask,
+                              unsigned l_width, unsigned r_width) noexcept;
 
 /// AND or OR of small operands. Deliberate: only words that both have are combined. Where one is compact and the other
 /// is wide, the upper word is the wide one's as it stands, as if AND met all ones there.
 template <typename Rule>
-KVAL_INLINE Planes combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, Rule rule) noexcept {
+KVAL_INLINE Planes combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned width, Rule rule) noexcept {
     const Planes bits = rule(Fields::planes(l), Fields::planes(r));
-    if (__builtin_expect(l.IsCompact() == r.IsCompact(), true)) return bits;
+    if (__builtin_expect(width <= 32 || (!l.IsCompact() && !r.IsCompact()), true)) return bits;
     const Planes upper = only(~stored_bits(32), l.IsCompact() ? Fields::planes(r) : Fields::planes(l));
     const Planes lower = only(stored_bits(32), bits);
     return {upper.value | lower.value, upper.mask | lower.mask};
@@ -41,15 +46,15 @@ KVAL_INLINE void unite_flags(KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept 
 KVAL_INLINE KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using namespace kval::detail;
     const unsigned width = wider_width(l, r);
-    if (is_small(width)) return small_result(width, combined(l, r, FourStateAnd()), 0);
-    return any_result(width, AndLarge(Fields::planes(l), Fields::planes(r), l.bitwidth(), r.bitwidth()), 0);
+    if (is_small(width)) return small_result(width, combined(l, r, width, FourStateAnd()), 0);
+    return any_result(width, binary_large(AndLarge, l, r), 0);
 }
 
 KVAL_INLINE KVAL_UINTEGER operator|(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using namespace kval::detail;
     const unsigned width = wider_width(l, r);
-    if (is_small(width)) return small_result(width, combined(l, r, FourStateOr()), 0);
-    return any_result(width, OrLarge(Fields::planes(l), Fields::planes(r), l.bitwidth(), r.bitwidth()), 0);
+    if (is_small(width)) return small_result(width, combined(l, r, width, FourStateOr()), 0);
+    return any_result(width, binary_large(OrLarge, l, r), 0);
 }
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator&=(const KVAL_UINTEGER& other) noexcept {
@@ -57,40 +62,37 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator&=(const KVAL_UINTEGER& other)
     // Deliberate: a value ANDed into itself keeps even its X bits and its text.
     if (this == &other) return *this;
     unite_flags(*this, other);
-    if (are_small(*this, other)) return changed_trimmed(*this, combined(*this, other, FourStateAnd()));
-    return changed_large(*this, AndAssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+    if (are_small(*this, other)) return changed_trimmed(*this, combined(*this, other, width, FourStateAnd()));
+    return changed_large(*this, binary_large(AndAssignLarge, *this, other));
 }
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator|=(const KVAL_UINTEGER& other) noexcept {
     using namespace kval::detail;
     if (this == &other) return *this;
     unite_flags(*this, other);
-    if (are_small(*this, other)) return changed_trimmed(*this, combined(*this, other, FourStateOr()));
-    return changed_large(*this, OrAssignLarge(Fields::planes(*this), Fields::planes(other), width, other.width));
+    if (are_small(*this, other)) return changed_trimmed(*this, combined(*this, other, width, FourStateOr()));
+    return changed_large(*this, binary_large(OrAssignLarge, *this, other));
 }
 
 // The result starts as the wider operand, x-mask and flags included, and becomes all X with an X flag on either side.
 KVAL_INLINE KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using namespace kval::detail;
     const Wider from = wider(l, r);
-    const bool all_x = any_x(l, r);
-    if (!is_small(from.width)) {
-        const Planes planes = XorLarge(Fields::planes(l), Fields::planes(r), l.bitwidth(), r.bitwidth(), all_x);
-        return any_result(from.width, planes, all_x ? with_x(from.flags) : from.flags);
-    }
-    if (all_x) return all_x_result(from.width, from.planes.value, from.flags);
+    const unsigned flags = from.flags | any_x(l, r);
+    if (!is_small(from.width)) return any_result(from.width, binary_large(XorLarge, l, r, flags & kX), flags);
+    if ((flags & kX) != 0) return trimmed_result(from.width, {from.planes.value, ~std::uint64_t{0}}, flags);
     const Planes of_l = Fields::planes(l);
     const Planes of_r = Fields::planes(r);
     // Deliberate: X marks without flag X cancel like value bits in a compact result, and a wide one keeps the wider
     // operand's.
     const std::uint64_t mask = from.width <= 32 ? of_l.mask ^ of_r.mask : from.planes.mask;
-    return small_result(from.width, {of_l.value ^ of_r.value, mask}, from.flags);
+    return small_result(from.width, {of_l.value ^ of_r.value, mask}, flags);
 }
 
 KVAL_INLINE KVAL_UINTEGER operator~(const KVAL_UINTEGER& v) {
     using namespace kval::detail;
     const unsigned width = v.bitwidth();
-    if (!is_small(width)) return any_result(width, NotLarge(Fields::planes(v), width), Fields::flags(v));
+    if (!is_small(width)) return any_result(width, unary_large(NotLarge, v), Fields::flags(v));
     const Planes bits = Fields::planes(v);
     return trimmed_result(width, {~bits.value, bits.mask}, Fields::flags(v));
 }

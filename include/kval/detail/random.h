@@ -21,7 +21,7 @@ KVAL_API std::int64_t DrawAtRunEnd() noexcept;
 /// The words of a small value, from one number each, the lower word first.
 KVAL_API std::uint64_t DrawWords(unsigned width) noexcept;
 /// Every bit of a large value known and random.
-KVAL_API void RandomizeLarge(Planes planes, unsigned width) noexcept;
+KVAL_API void RandomizeLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept;
 /// Draws positions from rand() until each of `count`, up to 64, was drawn once.
 KVAL_API void DrawPositions(int count) noexcept;
 /// Draws positions likewise, and inverts those bits of a large value. Throws std::bad_alloc before it draws.
@@ -50,7 +50,7 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::randomize() noexcept {
     using namespace kval::detail;
     Fields::set_flags(*this, 0);
     if (is_small(width)) return changed_trimmed(*this, {DrawWords(width), 0});
-    RandomizeLarge(Fields::planes(*this), width);
+    unary_large(RandomizeLarge, *this);
     DeleteString();
     return *this;
 }

@@ -9,10 +9,10 @@ namespace detail {
 
 /// The planes of a result of `new_width` bits, where it or the operand is large, or bits are lost. They throw
 /// std::bad_alloc.
-KVAL_API Planes ShlLarge(Planes v, unsigned width, unsigned count, unsigned new_width);
-KVAL_API Planes ShrLarge(Planes v, unsigned width, unsigned count, unsigned new_width);
-KVAL_API void ShlAssignLarge(Planes v, unsigned width, unsigned count) noexcept;
-KVAL_API void ShrAssignLarge(Planes v, unsigned width, unsigned count) noexcept;
+KVAL_API Planes ShlLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count, unsigned new_width);
+KVAL_API Planes ShrLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count, unsigned new_width);
+KVAL_API void ShlAssignLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count) noexcept;
+KVAL_API void ShrAssignLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count) noexcept;
 
 /// Small bits shifted within a width. Deliberate, in every compact shift: the count is taken modulo 32, and 32 shifts
 /// by nothing. A wide one by the width or more leaves nothing, not even bits that were stored above the width.
@@ -33,14 +33,14 @@ KVAL_INLINE Planes shifted_right(Planes bits, unsigned count, unsigned width) no
 /// The planes of a value shifted left into a width of its own, so that nothing is lost: nothing needs to be trimmed. Only
 /// where the sum of width and count is too large for a width, which the library sees to, are bits lost.
 KVAL_INLINE Planes widened(const KVAL_UINTEGER& v, unsigned count, unsigned new_width) {
-    if (!is_small(new_width) || count >= 64) return ShlLarge(Fields::planes(v), v.bitwidth(), count, new_width);
+    if (!is_small(new_width) || count >= 64) return unary_large(ShlLarge, v, count, new_width);
     const Planes bits = Fields::planes(v);
     return only(stored_bits(new_width), {bits.value << count, bits.mask << count});
 }
 
 /// The planes of a value shifted right into a width that is not larger.
 KVAL_INLINE Planes narrowed(const KVAL_UINTEGER& v, unsigned count, unsigned new_width) {
-    if (!is_small(v)) return ShrLarge(Fields::planes(v), v.bitwidth(), count, new_width);
+    if (!is_small(v)) return unary_large(ShrLarge, v, count, new_width);
     return trimmed(shifted_right(Fields::planes(v), count, v.bitwidth()), new_width);
 }
 
@@ -49,14 +49,17 @@ KVAL_INLINE Planes narrowed(const KVAL_UINTEGER& v, unsigned count, unsigned new
 
 KVAL_INLINE KVAL_UINTEGER operator<<(const KVAL_UINTEGER& v, unsigned count) {
     using namespace kval::detail;
-    const unsigned width = at_least_one(v.bitwidth() + count);
-    return any_result(width, widened(v, count, width), Fields::flags(v));
+    const unsigned width = v.bitwidth() + count;
+    if (count < 64 && width - 1 < 64) return small_result(width, widened(v, count, width), Fields::flags(v));
+    const unsigned valid = at_least_one(width);
+    return any_result(valid, unary_large(ShlLarge, v, count, valid), Fields::flags(v));
 }
 
 KVAL_INLINE KVAL_UINTEGER operator>>(const KVAL_UINTEGER& v, unsigned count) {
     using namespace kval::detail;
     const unsigned width = count < v.bitwidth() ? v.bitwidth() - count : 1;
-    return any_result(width, narrowed(v, count, width), Fields::flags(v));
+    if (is_small(v)) return small_result(width, narrowed(v, count, width), Fields::flags(v));
+    return any_result(width, unary_large(ShrLarge, v, count, width), Fields::flags(v));
 }
 
 KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, bool left)
@@ -72,7 +75,7 @@ KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(const KVAL_UINTEGER& other, int count, 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator<<=(unsigned count) noexcept {
     using namespace kval::detail;
     if (is_small(width)) return changed_trimmed(*this, shifted_left(Fields::planes(*this), count, width));
-    ShlAssignLarge(Fields::planes(*this), width, count);
+    unary_large(ShlAssignLarge, *this, count);
     DeleteString();
     return *this;
 }
@@ -80,7 +83,7 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator<<=(unsigned count) noexcept {
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator>>=(unsigned count) noexcept {
     using namespace kval::detail;
     if (is_small(width)) return changed_trimmed(*this, shifted_right(Fields::planes(*this), count, width));
-    ShrAssignLarge(Fields::planes(*this), width, count);
+    unary_large(ShrAssignLarge, *this, count);
     DeleteString();
     return *this;
 }

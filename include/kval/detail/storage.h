@@ -22,6 +22,13 @@ struct Kept {
     unsigned kind;
 };
 
+/// Keeps compilers from joining two neighbouring fields in a vector, where they are just written one by one: processors
+/// are slow to read what was written in parts. A constant stays one.
+KVAL_INLINE std::uint64_t apart(std::uint64_t field) noexcept {
+    if (!__builtin_constant_p(field)) __asm__("" : "+r"(field));
+    return field;
+}
+
 /// The one way to the fields of a value.
 struct Fields {
     static_assert(sizeof(KVAL_UINTEGER) == 40, "the object layout is part of the binary interface");
@@ -31,7 +38,12 @@ struct Fields {
                   "the order of the fields is part of the binary interface");
 
     KVAL_INLINE static Planes planes(const KVAL_UINTEGER& v) noexcept { return {v.uvalue.bits, v.xmask.bits}; }
-    KVAL_INLINE static unsigned flags(const KVAL_UINTEGER& v) noexcept { return v.flags & kFourState; }
+    KVAL_INLINE static std::uint64_t value(const KVAL_UINTEGER& v) noexcept { return v.uvalue.bits; }
+    KVAL_INLINE static std::uint64_t mask(const KVAL_UINTEGER& v) noexcept { return v.xmask.bits; }
+    /// To be carried along: with kBinaryText, which says nothing without a text.
+    KVAL_INLINE static unsigned flags(const KVAL_UINTEGER& v) noexcept { return v.flags; }
+    /// To be compared.
+    KVAL_INLINE static unsigned marks(const KVAL_UINTEGER& v) noexcept { return v.flags & kFourState; }
     KVAL_INLINE static unsigned capacity(const KVAL_UINTEGER& v) noexcept { return v.capacity; }
     KVAL_INLINE static char* text(const KVAL_UINTEGER& v) noexcept { return v.text_cache; }
     KVAL_INLINE static bool has_binary_text(const KVAL_UINTEGER& v) noexcept { return (v.flags & kBinaryText) != 0; }
@@ -39,8 +51,10 @@ struct Fields {
     KVAL_INLINE static void set_width(KVAL_UINTEGER& v, unsigned width) noexcept { v.width = width; }
     KVAL_INLINE static void set_planes(KVAL_UINTEGER& v, Planes planes) noexcept {
         v.uvalue.bits = planes.value;
-        v.xmask.bits = planes.mask;
+        v.xmask.bits = apart(planes.mask);
     }
+    /// New value bits; both planes are trimmed.
+    KVAL_INLINE static void set_value(KVAL_UINTEGER& v, std::uint64_t value) noexcept;
     KVAL_INLINE static void set_capacity(KVAL_UINTEGER& v, unsigned capacity) noexcept { v.capacity = capacity; }
     KVAL_INLINE static void set_flags(KVAL_UINTEGER& v, unsigned flags) noexcept {
         v.flags = static_cast<std::uint8_t>(flags);
@@ -75,6 +89,21 @@ KVAL_INLINE bool are_small(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexc
 KVAL_INLINE unsigned at_least_one(unsigned width) noexcept { return static_cast<int>(width) > 0 ? width : 1; }
 KVAL_INLINE unsigned word_count(unsigned width) noexcept { return (width + 31) / 32; }
 
+// ---- calls into the library ----
+
+/// Calls a function ...Large with the fields of its operands, each of them in a register of its own: g++ would put a
+/// struct together in memory first.
+template <typename Made, typename... Parameters, typename... More>
+KVAL_INLINE Made unary_large(Made (*function)(Parameters...), const KVAL_UINTEGER& v, More... more) {
+    return function(Fields::value(v), Fields::mask(v), v.bitwidth(), more...);
+}
+template <typename Made, typename... Parameters, typename... More>
+KVAL_INLINE Made binary_large(Made (*function)(Parameters...), const KVAL_UINTEGER& l, const KVAL_UINTEGER& r,
+                              More... more) {
+    return function(Fields::value(l), Fields::mask(l), Fields::value(r), Fields::mask(r), l.bitwidth(), r.bitwidth(),
+                    more...);
+}
+
 // ---- bits in registers ----
 
 /// The bits within a small width.
@@ -83,6 +112,11 @@ KVAL_INLINE std::uint64_t used_bits(unsigned width) noexcept { return ~std::uint
 KVAL_INLINE std::uint64_t stored_bits(unsigned width) noexcept { return ~std::uint64_t{0} >> (width > 32 ? 0 : 32); }
 /// The used bits of the top word of any width.
 KVAL_INLINE Word used_of_top_word(unsigned width) noexcept { return 0xFFFFFFFFU >> (-width & 31U); }
+KVAL_INLINE void Fields::set_value(KVAL_UINTEGER& v, std::uint64_t value) noexcept {
+    const std::uint64_t used = used_bits(v.width);
+    v.uvalue.bits = apart(value & used);
+    v.xmask.bits &= used;
+}
 KVAL_INLINE Planes only(std::uint64_t which, Planes bits) noexcept { return {bits.value & which, bits.mask & which}; }
 KVAL_INLINE Planes trimmed(Planes bits, unsigned width) noexcept { return only(used_bits(width), bits); }
 
@@ -91,27 +125,13 @@ KVAL_INLINE Word* array_of(std::uint64_t plane) noexcept {
     return reinterpret_cast<Word*>(plane);  // NOLINT(performance-no-int-to-ptr)
 }
 
-/// Word `index` of a plane, 0 outside the value.
-KVAL_INLINE Word word_at(std::uint64_t plane, unsigned width, unsigned index) noexcept {
-    if (is_small(width)) return index < 2 ? static_cast<Word>(plane >> 32 * index) : 0;
-    return index < word_count(width) ? array_of(plane)[index] : 0;
-}
-/// The plane after a store to word `index`, which is one of its own; a large one changes in its array.
-KVAL_INLINE std::uint64_t with_word(std::uint64_t plane, unsigned width, unsigned index, Word word) noexcept {
-    if (is_small(width)) {
-        const std::uint64_t place = std::uint64_t{0xFFFFFFFFU} << 32 * index;
-        return (plane & ~place) | static_cast<std::uint64_t>(word) << 32 * index;
-    }
-    array_of(plane)[index] = word;
-    return plane;
-}
-
 // ---- flags ----
 
 KVAL_INLINE unsigned with_x(unsigned flags) noexcept { return flags | kX; }
 KVAL_INLINE unsigned without_x(unsigned flags) noexcept { return flags & ~static_cast<unsigned>(kX); }
-KVAL_INLINE bool any_x(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
-    return ((Fields::flags(l) | Fields::flags(r)) & kX) != 0;
+/// Flag X where one of the operands has it, else 0.
+KVAL_INLINE unsigned any_x(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
+    return (Fields::flags(l) | Fields::flags(r)) & kX;
 }
 
 // ---- the wider operand ----
@@ -193,7 +213,9 @@ KVAL_INLINE Value& changed_large(Value& v, Planes planes) noexcept {
 /// The value bits alone change.
 template <typename Value>
 KVAL_INLINE Value& changed_value(Value& v, std::uint64_t value) noexcept {
-    return changed_trimmed(v, {value, Fields::planes(v).mask});
+    Fields::set_value(v, value);
+    v.DeleteString();
+    return v;
 }
 
 }  // namespace detail

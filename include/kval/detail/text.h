@@ -9,8 +9,8 @@ namespace detail {
 
 /// A new text of a value of any width. Throws std::bad_alloc.
 /// @{
-KVAL_API char* HexadecimalText(Planes planes, unsigned width, unsigned flags);
-KVAL_API char* BinaryText(Planes planes, unsigned width, unsigned flags);
+KVAL_API char* HexadecimalText(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned flags);
+KVAL_API char* BinaryText(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned flags);
 /// @}
 
 /// The fields of a value that is to be parsed, which `text` may point into; the cached text included.
@@ -44,7 +44,7 @@ KVAL_INLINE KVAL_UINTEGER& after_parse(KVAL_UINTEGER& v, const Parsed& parsed, u
 KVAL_INLINE const char* KVAL_UINTEGER::as_hex_string() const {
     using namespace kval::detail;
     if (text_cache != nullptr && !Fields::has_binary_text(*this)) return text_cache;
-    char* const text = HexadecimalText(Fields::planes(*this), width, flags);
+    char* const text = HexadecimalText(Fields::value(*this), Fields::mask(*this), width, flags);
     if (text_cache != nullptr) DeleteText(text_cache);
     Fields::set_text(*this, text, 0);
     return text;
@@ -53,7 +53,7 @@ KVAL_INLINE const char* KVAL_UINTEGER::as_hex_string() const {
 KVAL_INLINE const char* KVAL_UINTEGER::as_bin_string() const {
     using namespace kval::detail;
     if (text_cache != nullptr && Fields::has_binary_text(*this)) return text_cache;
-    char* const text = BinaryText(Fields::planes(*this), width, flags);
+    char* const text = BinaryText(Fields::value(*this), Fields::mask(*this), width, flags);
     if (text_cache != nullptr) DeleteText(text_cache);
     Fields::set_text(*this, text, kBinaryText);
     return text;

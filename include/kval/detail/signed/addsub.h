@@ -11,25 +11,17 @@ namespace detail {
 /// Where an operand or the result is large. Signed + signed and signed + unsigned; signed - signed, signed - unsigned
 /// and unsigned - signed. `flags` are those of the operand that the result has them from. They throw std::bad_alloc.
 /// @{
-KVAL_API Result AddSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
-KVAL_API Result AddMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
-KVAL_API Result SubSignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
-KVAL_API Result SubMixedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
-KVAL_API Result SubFromUnsignedLarge(Planes a, Planes b, unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result AddSignedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask,
+                               unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result AddMixedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask,
+                              unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result SubSignedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask,
+                               unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result SubMixedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask,
+                              unsigned a_width, unsigned b_width, unsigned flags);
+KVAL_API Result SubFromUnsignedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask,
+                                     unsigned a_width, unsigned b_width, unsigned flags);
 /// @}
-
-/// How a sum of signed values gets the right sign.
-enum class Repair { kNone, kWiden, kClearSign };
-
-/// `negative` is the sign that the unsigned sum shows, `less` tells whether the operand that is not negative has the
-/// smaller magnitude.
-template <typename Less>
-KVAL_INLINE Repair repair_of_sum(bool a_negative, bool b_negative, bool negative, Less less) noexcept {
-    // Operands of equal signs overflowed into the bit above.
-    if (a_negative == b_negative) return negative == a_negative ? Repair::kNone : Repair::kWiden;
-    // With unequal signs, the larger magnitude gives the sign.
-    return negative && !less() ? Repair::kClearSign : Repair::kNone;
-}
 
 /// Whether a difference at the common width shows the wrong sign: that of `a` is then one bit further up.
 KVAL_INLINE bool difference_overflows(bool a_negative, bool b_negative, bool negative) noexcept {
@@ -92,29 +84,34 @@ KVAL_INLINE Register unsigned_difference(const Register& a, const Register& b) n
     return result;
 }
 
-/// The magnitude of a small value, as a number of its own width.
-KVAL_INLINE std::uint64_t magnitude(const KVAL_SINTEGER& v) noexcept {
-    const std::uint64_t value = Fields::planes(v).value;
-    return is_negative(v) ? (0 - value) & used_bits(v.bitwidth()) : value;
-}
-
 KVAL_INLINE KVAL_SINTEGER result_of(const Register& r) noexcept {
     return small_result<KVAL_SINTEGER>(r.width, {r.value, r.mask}, r.flags);
 }
 
 // ---- by the rules of each operator, of small operands ----
 
-KVAL_INLINE Register sum_of(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
-    const unsigned width = wider_width(a, b);
-    Register sum = unsigned_sum(extended(a, width), extended(b, width));
-    const bool a_negative = is_negative(a);
-    const bool negative = sum.negative();
-    const auto less = [&a, &b, a_negative] { return magnitude(a_negative ? b : a) < magnitude(a_negative ? a : b); };
-    const Repair repair = repair_of_sum(a_negative, is_negative(b), negative, less);
-    if (repair == Repair::kNone) return sum;
-    sum.width += repair == Repair::kWiden ? 1 : 0;
-    sum.set_top(repair == Repair::kWiden && !negative);
-    return sum;
+/// Whether a small value has no value bits above its width.
+KVAL_INLINE bool is_clean(const KVAL_UINTEGER& v) noexcept {
+    return (Fields::value(v) & ~used_bits(v.bitwidth())) == 0;
+}
+
+/// Of clean operands: the exact sum. It is one bit wider where the unsigned sum carries
+/// out, or where two operands that are not negative reach the sign. That bit is then the sign of two negative operands;
+/// else it is set to 0 as set_bit() does it, and flag X goes when its word holds no X mark.
+KVAL_INLINE Register exact_sum(const Register& a, const Register& b) noexcept {
+    const unsigned width = a.width;
+    const std::uint64_t sum = a.value + b.value;
+    const unsigned carry =
+        static_cast<unsigned>(sum >> 1 >> ((width - 1) & 63U) & 1U) | static_cast<unsigned>(sum < a.value);
+    const unsigned a_negative = static_cast<unsigned>(a.negative());
+    const unsigned b_negative = static_cast<unsigned>(b.negative());
+    const unsigned reached = static_cast<unsigned>(top_bit(sum, width)) & ~(a_negative | b_negative);
+    const unsigned grows = carry | reached;
+    const unsigned sign = a_negative & b_negative;
+    const std::uint64_t value = (sum & used_bits(width)) | static_cast<std::uint64_t>(sign) << (width & 63U);
+    const bool no_x = b.mask >> (width & 32U) == 0;
+    const unsigned flags = (grows & ~sign) != 0 && no_x ? without_x(b.flags) : b.flags;
+    return {width + grows, value, b.mask, flags};
 }
 
 KVAL_INLINE Register sum_of(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept {
@@ -163,7 +160,7 @@ KVAL_INLINE Register difference_of(const KVAL_UINTEGER& a, const KVAL_SINTEGER& 
     const unsigned width = wider_width(a, b);
     const Register x = extended(a, width);
     Register y = extended(b, width);
-    const bool less = Fields::planes(a).value < Fields::planes(b).value;
+    const bool less = Fields::value(a) < Fields::value(b);
     const unsigned result_width = width_of_difference(a.bitwidth(), b.bitwidth(), is_negative(b), less);
     if (!is_negative(b)) {
         y = unsigned_difference(x, y);
@@ -186,11 +183,15 @@ KVAL_INLINE Register difference_of(const KVAL_UINTEGER& a, const KVAL_SINTEGER& 
 KVAL_INLINE KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) {
     using namespace kval::detail;
     if (are_small(a, b)) {
-        const Register sum = sum_of(a, b);
-        if (is_small(sum.width)) return result_of(sum);
+        const unsigned width = wider_width(a, b);
+        const Register x = extended(a, width);
+        const Register y = extended(b, width);
+        if (__builtin_expect(is_clean(a) && is_clean(b) && (y.mask & ~used_bits(width)) == 0, true)) {
+            const Register sum = exact_sum(x, y);
+            if (is_small(sum.width)) return result_of(sum);
+        }
     }
-    return any_result<KVAL_SINTEGER>(
-        AddSignedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), Fields::flags(b)));
+    return any_result<KVAL_SINTEGER>(binary_large(AddSignedLarge, a, b, Fields::flags(b)));
 }
 
 KVAL_INLINE KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
@@ -199,8 +200,7 @@ KVAL_INLINE KVAL_SINTEGER operator+(const KVAL_SINTEGER& a, const KVAL_UINTEGER&
         const Register sum = sum_of(a, b);
         if (is_small(sum.width)) return result_of(sum);
     }
-    return any_result<KVAL_SINTEGER>(
-        AddMixedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), Fields::flags(b)));
+    return any_result<KVAL_SINTEGER>(binary_large(AddMixedLarge, a, b, Fields::flags(b)));
 }
 
 KVAL_INLINE KVAL_SINTEGER operator+(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) { return b + a; }
@@ -211,15 +211,13 @@ KVAL_INLINE KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_SINTEGER&
         const Register difference = difference_of(a, b);
         if (is_small(difference.width)) return result_of(difference);
     }
-    return any_result<KVAL_SINTEGER>(
-        SubSignedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), Fields::flags(a)));
+    return any_result<KVAL_SINTEGER>(binary_large(SubSignedLarge, a, b, Fields::flags(a)));
 }
 
 KVAL_INLINE KVAL_SINTEGER operator-(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) {
     using namespace kval::detail;
     if (are_small(a, b)) return result_of(difference_of(a, b));
-    return any_result<KVAL_SINTEGER>(
-        SubMixedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), Fields::flags(a)));
+    return any_result<KVAL_SINTEGER>(binary_large(SubMixedLarge, a, b, Fields::flags(a)));
 }
 
 KVAL_INLINE KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) {
@@ -229,8 +227,7 @@ KVAL_INLINE KVAL_SINTEGER operator-(const KVAL_UINTEGER& a, const KVAL_SINTEGER&
         if (is_small(difference.width)) return result_of(difference);
     }
     const unsigned flags = is_negative(b) ? Fields::flags(b) : Fields::flags(a);
-    return any_result<KVAL_SINTEGER>(
-        SubFromUnsignedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(), flags));
+    return any_result<KVAL_SINTEGER>(binary_large(SubFromUnsignedLarge, a, b, flags));
 }
 
 #endif

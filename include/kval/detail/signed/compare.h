@@ -14,17 +14,33 @@ KVAL_API bool EqualNegativeLarge(std::uint64_t a, std::uint64_t b, unsigned a_wi
 KVAL_API bool LessNegativeLarge(std::uint64_t a, std::uint64_t b, unsigned a_width, unsigned b_width) noexcept;
 /// @}
 
+// Small values of one width. Without a branch on the sign, which is hard to foretell.
+
+KVAL_INLINE bool equal_of_one_width(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+    const std::uint64_t value = Fields::value(a) ^ Fields::value(b);
+    if (value << (-a.bitwidth() & 63U) != 0) return false;
+    const std::uint64_t others = value | (Fields::mask(a) ^ Fields::mask(b)) | (Fields::marks(a) ^ Fields::marks(b));
+    return (static_cast<unsigned>(top_bit(Fields::value(a), a.bitwidth())) | static_cast<unsigned>(others == 0)) != 0;
+}
+
+KVAL_INLINE bool less_of_one_width(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
+    const unsigned less = static_cast<unsigned>(Fields::value(a) < Fields::value(b));
+    const unsigned negative = static_cast<unsigned>(top_bit(Fields::value(a), a.bitwidth()));
+    return (negative == static_cast<unsigned>(top_bit(Fields::value(b), a.bitwidth())) ? less : negative) != 0;
+}
+
 }  // namespace detail
 }  // namespace kval
 
+// Negative values are equal by their value bits alone: x-masks and flags play no part, nor do bits above the width.
 KVAL_INLINE bool operator==(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     using namespace kval::detail;
+    if (a.bitwidth() == b.bitwidth() && is_small(a)) return equal_of_one_width(a, b);
     const bool negative = is_negative(a);
     if (negative != is_negative(b)) return false;
-    // Negative values are equal by their value bits alone: x-masks and flags play no part, nor do bits above the width.
     if (!negative) return as_unsigned(a) == as_unsigned(b);
     if (are_small(a, b)) return number(a) == number(b);
-    return EqualNegativeLarge(Fields::planes(a).value, Fields::planes(b).value, a.bitwidth(), b.bitwidth());
+    return EqualNegativeLarge(Fields::value(a), Fields::value(b), a.bitwidth(), b.bitwidth());
 }
 
 KVAL_INLINE bool operator==(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept {
@@ -35,13 +51,14 @@ KVAL_INLINE bool operator==(const KVAL_UINTEGER& a, const KVAL_SINTEGER& b) noex
 
 KVAL_INLINE bool operator<(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     using namespace kval::detail;
+    if (a.bitwidth() == b.bitwidth() && is_small(a)) return less_of_one_width(a, b);
     const bool negative = is_negative(a);
     if (negative != is_negative(b)) return negative;
     // Patterns of one sign and width order as unsigned numbers do; bits above the width count.
     if (!negative || a.bitwidth() == b.bitwidth()) return as_unsigned(a) < as_unsigned(b);
     const unsigned width = wider_width(a, b);
     if (is_small(width)) return extended(a, width).value < extended(b, width).value;
-    return LessNegativeLarge(Fields::planes(a).value, Fields::planes(b).value, a.bitwidth(), b.bitwidth());
+    return LessNegativeLarge(Fields::value(a), Fields::value(b), a.bitwidth(), b.bitwidth());
 }
 
 KVAL_INLINE bool operator<(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noexcept {

@@ -43,7 +43,7 @@ KVAL_INLINE KVAL_SINTEGER result_of(const Quotient& quotient, unsigned width) {
     if (!is_small(width)) {
         const Planes planes =
             quotient.is_x ? AllXLarge(width) : ConstructSignedLarge(static_cast<int>(quotient.number), width);
-        TrimLarge(planes, width);
+        TrimLarge(planes.value, planes.mask, width);
         return any_result<KVAL_SINTEGER>(width, planes, quotient.is_x ? kX : 0U);
     }
     if (quotient.is_x) return all_x_result<KVAL_SINTEGER>(width, 0, 0);

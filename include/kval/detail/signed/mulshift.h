@@ -15,23 +15,22 @@ struct Signs {
     bool r;
 };
 /// The planes of a product without X, where it or an operand is large. Throws std::bad_alloc.
-KVAL_API Planes MulSignedLarge(Planes l, Planes r, unsigned l_width, unsigned r_width, Signs signs);
+KVAL_API Planes MulSignedLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask,
+                               unsigned l_width, unsigned r_width, Signs signs);
 /// A negative large value shifted right in place.
-KVAL_API void ShrAssignNegativeLarge(Planes v, unsigned width, unsigned count) noexcept;
+KVAL_API void ShrAssignNegativeLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count) noexcept;
 
 template <typename Right>
 KVAL_INLINE KVAL_SINTEGER product(const KVAL_SINTEGER& a, const Right& b, bool b_negative) {
     const unsigned width = at_least_one(a.bitwidth() + b.bitwidth());
-    const bool all_x = any_x(a, b);
-    const unsigned flags = all_x ? with_x(0) : 0;
+    const unsigned flags = any_x(a, b);
     if (is_small(width) && are_small(a, b)) {
-        const Planes bits = {number(a) * number(b), 0};
-        return trimmed_result<KVAL_SINTEGER>(width, all_x ? Planes{0, ~std::uint64_t{0}} : bits, flags);
+        if (flags != 0) return all_x_result<KVAL_SINTEGER>(width, 0, flags);
+        return trimmed_result<KVAL_SINTEGER>(width, {number(a) * number(b), 0}, 0);
     }
-    const Planes planes = all_x ? AllXLarge(width)
-                                : MulSignedLarge(Fields::planes(a), Fields::planes(b), a.bitwidth(), b.bitwidth(),
-                                                 {is_negative(a), b_negative});
-    return any_result<KVAL_SINTEGER>(width, planes, flags);
+    if (flags != 0) return any_result<KVAL_SINTEGER>(width, AllXLarge(width), flags);
+    const Signs signs = {is_negative(a), b_negative};
+    return any_result<KVAL_SINTEGER>(width, binary_large(MulSignedLarge, a, b, signs), 0);
 }
 
 /// Whether nothing of a negative value is left after a shift in place. Deliberate: compared as signed numbers, so that
@@ -74,12 +73,11 @@ KVAL_INLINE KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count) {
     if (rest <= 0 && is_negative(a)) return small_result<KVAL_SINTEGER>(1, {1, 0}, 0);
     if (!a.IsCompact()) {
         // Only counts of nearly 2^32 have a result that is large where the operand is not.
-        const Planes planes =
-            is_small(width) ? narrowed(a, count, width) : ShrLarge(Fields::planes(a), a.bitwidth(), count, width);
+        const Planes planes = is_small(width) ? narrowed(a, count, width) : unary_large(ShrLarge, a, count, width);
         return any_result<KVAL_SINTEGER>(width, planes, Fields::flags(a));
     }
     // Deliberate: a compact value is shifted modulo 32 and not trimmed, and neither X bits nor flags come along.
-    const std::uint64_t value = Fields::planes(a).value >> (count & 31U);
+    const std::uint64_t value = Fields::value(a) >> (count & 31U);
     if (is_small(width)) return small_result<KVAL_SINTEGER>(width, {value, 0}, 0);
     return any_result<KVAL_SINTEGER>(width, ConstructLarge(static_cast<unsigned>(value), width), 0);
 }
@@ -91,7 +89,7 @@ KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator>>=(unsigned count) noexcept {
         return *this;
     }
     if (!is_small(width)) {
-        ShrAssignNegativeLarge(Fields::planes(*this), width, count);
+        unary_large(ShrAssignNegativeLarge, *this, count);
         DeleteString();
         return *this;
     }

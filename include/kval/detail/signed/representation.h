@@ -10,11 +10,14 @@ namespace detail {
 /// The arrays of a large value made from a number: ones up to the top word's end where it is negative.
 KVAL_API Planes ConstructSignedLarge(int number, unsigned width);
 /// As AssignLarge, by the rule of signed assignment, and never trimmed in the assignment of an unsigned value.
-KVAL_API Planes AssignSignedLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept;
-KVAL_API Planes AssignUntrimmedLarge(Planes target, Planes from, unsigned width, unsigned from_width) noexcept;
+KVAL_API Planes AssignSignedLarge(std::uint64_t target, std::uint64_t target_mask, std::uint64_t from,
+                                  std::uint64_t from_mask, unsigned width, unsigned from_width) noexcept;
+KVAL_API Planes AssignUntrimmedLarge(std::uint64_t target, std::uint64_t target_mask, std::uint64_t from,
+                                     std::uint64_t from_mask, unsigned width, unsigned from_width) noexcept;
 /// As ResizeLarge, of a negative value.
-KVAL_API Storage ResizeNegativeLarge(Planes old, unsigned capacity, unsigned width, unsigned new_width);
-KVAL_API void NegateLarge(Planes planes, unsigned width) noexcept;
+KVAL_API Storage ResizeNegativeLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned capacity,
+                                     unsigned new_width);
+KVAL_API void NegateLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept;
 
 /// Ones from bit `place` modulo 32 up.
 KVAL_INLINE Word ones_from(unsigned place) noexcept { return 0xFFFFFFFFU << (place & 31U); }
@@ -24,15 +27,15 @@ KVAL_INLINE bool top_bit(std::uint64_t value, unsigned width) noexcept {
     return (value >> ((width - 1) & 63U) & 1U) != 0;
 }
 KVAL_INLINE bool is_negative(const KVAL_UINTEGER& v) noexcept {
-    const std::uint64_t value = Fields::planes(v).value;
+    const std::uint64_t value = Fields::value(v);
     const unsigned top = v.bitwidth() - 1;
     return is_small(v) ? top_bit(value, v.bitwidth()) : (array_of(value)[top / 32] >> top % 32 & 1U) != 0;
 }
 
 /// A small value as a number of 64 bits.
-KVAL_INLINE std::uint64_t number(const KVAL_UINTEGER& v) noexcept { return Fields::planes(v).value; }
+KVAL_INLINE std::uint64_t number(const KVAL_UINTEGER& v) noexcept { return Fields::value(v); }
 KVAL_INLINE std::uint64_t number(const KVAL_SINTEGER& v) noexcept {
-    const std::uint64_t value = Fields::planes(v).value;
+    const std::uint64_t value = Fields::value(v);
     const std::uint64_t sign = 0 - static_cast<std::uint64_t>(top_bit(value, v.bitwidth()));
     return value | sign << ((v.bitwidth() - 1) & 63U);
 }
@@ -105,8 +108,7 @@ KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator=(const KVAL_UINTEGER& other) 
     if (is_small(width) && is_small(other) && width != 0) {
         Fields::set_planes(*this, only(stored_bits(width), Fields::planes(other)));
     } else if (width != 0) {
-        Fields::set_planes(*this,
-                           AssignUntrimmedLarge(Fields::planes(*this), Fields::planes(other), width, other.bitwidth()));
+        Fields::set_planes(*this, binary_large(AssignUntrimmedLarge, *this, other));
     } else {
         adopt(*this, other);
         return *this;
@@ -122,8 +124,7 @@ KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator=(const KVAL_SINTEGER& other) 
     if (is_small(width) && is_small(other) && width != 0) {
         Fields::set_planes(*this, assigned(Fields::planes(other), other.bitwidth(), is_negative(other), width));
     } else if (width != 0) {
-        Fields::set_planes(*this,
-                           AssignSignedLarge(Fields::planes(*this), Fields::planes(other), width, other.bitwidth()));
+        Fields::set_planes(*this, binary_large(AssignSignedLarge, *this, other));
     } else {
         adopt(*this, other);
         return *this;
@@ -151,7 +152,8 @@ KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator=(KVAL_SINTEGER&& other) noexc
     } else if (!is_small(width) && width == other.bitwidth()) {
         exchange_planes(*this, other);
         // What copy assignment makes of the words, which are now its own.
-        AssignSignedLarge(Fields::planes(*this), Fields::planes(*this), width, width);
+        binary_large(AssignSignedLarge, *this, *this);
+        DeleteString();
     } else {
         *this = static_cast<const KVAL_SINTEGER&>(other);
     }
@@ -174,7 +176,7 @@ KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::bitwidth(unsigned new_width) {
         Fields::set_width(*this, new_width);
         return changed_trimmed(*this, {bits.value | ones, bits.mask});
     }
-    const Storage resized = ResizeNegativeLarge(Fields::planes(*this), capacity, width, new_width);
+    const Storage resized = unary_large(ResizeNegativeLarge, *this, capacity, new_width);
     Fields::set_planes(*this, resized.planes);
     Fields::set_capacity(*this, resized.capacity);
     Fields::set_width(*this, new_width);
@@ -185,7 +187,7 @@ KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::bitwidth(unsigned new_width) {
 KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::complement_me() noexcept {
     using namespace kval::detail;
     if (is_small(*this)) return changed_value(*this, 0 - Fields::planes(*this).value);
-    NegateLarge(Fields::planes(*this), bitwidth());
+    unary_large(NegateLarge, *this);
     DeleteString();
     return *this;
 }
