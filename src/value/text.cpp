@@ -74,18 +74,17 @@ class Source {
     std::unique_ptr<char[]> room_;
 };
 
-// The value at the width of the text to be parsed. The cached text stays, as the text to be parsed may lie in it.
-Parsed resized(const Parsed& before, std::size_t width) {
-    Parsed after = before;
-    after.width = at_least_one(static_cast<unsigned>(width));
-    if (width == before.width) return after;
-    const Storage& old = before.storage;
-    if (is_small(before.width) && is_small(after.width)) {
-        after.storage.planes = trimmed(old.planes, after.width);
-        return after;
+// Brings the value to the width of the text to be parsed. The cached text stays, as the text to be parsed may lie in it.
+void resize(Parsed& fields, std::size_t width) {
+    if (width == fields.width) return;
+    Storage& storage = fields.storage;
+    const unsigned new_width = at_least_one(static_cast<unsigned>(width));
+    if (is_small(fields.width) && is_small(new_width)) {
+        storage.planes = trimmed(storage.planes, new_width);
+    } else {
+        storage = ResizeLarge(storage.planes.value, storage.planes.mask, fields.width, storage.capacity, new_width);
     }
-    after.storage = ResizeLarge(old.planes.value, old.planes.mask, before.width, old.capacity, after.width);
-    return after;
+    fields.width = new_width;
 }
 
 }  // namespace
@@ -100,32 +99,30 @@ char* BinaryText(std::uint64_t value, std::uint64_t mask, unsigned width, unsign
     return new_text(kBinary, Operand({value, mask}, width, copy), flags);
 }
 
-Parsed ParseHexadecimal(const char* text, Parsed before) {
-    Source source(text, kHexadecimal.bits_per_digit, before.text);
-    Parsed after = resized(before, source.length * kHexadecimal.bits_per_digit);
-    Copy to_copy;
-    Target to(after.storage.planes, after.width, to_copy);
+void ParseHexadecimal(const char* text, Parsed& fields) {
+    Source source(text, kHexadecimal.bits_per_digit, fields.text);
+    resize(fields, source.length * kHexadecimal.bits_per_digit);
+    Copy copy;
+    const Target to(fields.storage.planes, fields.width, copy);
     words::read_hexadecimal(to.value, to.mask, source.text, source.length);
-    after.storage.planes = to.trimmed();
-    after.text = source.copied(before.text);
-    return after;
+    fields.storage.planes = to.trimmed();
+    fields.text = source.copied(fields.text);
 }
 
-Parsed ParseBinary(const char* text, Parsed before) {
-    Source source(text, kBinary.bits_per_digit, before.text);
-    Parsed after = resized(before, source.length);
-    Copy to_copy;
-    Target to(after.storage.planes, after.width, to_copy);
+void ParseBinary(const char* text, Parsed& fields) {
+    Source source(text, kBinary.bits_per_digit, fields.text);
+    resize(fields, source.length);
+    Copy copy;
+    const Target to(fields.storage.planes, fields.width, copy);
     if (std::memchr(source.text, 'X', source.length) != nullptr) {
         std::fill_n(to.mask, to.size, ~Word{0});
         to.trim();
-        after.flags = with_x(after.flags);
+        fields.flags = with_x(fields.flags);
     }
     // As set_bit does for each digit: a word left without X clears the flag, whatever the other words hold.
-    if (words::read_binary(to.value, to.mask, source.text, source.length)) after.flags = without_x(after.flags);
-    after.storage.planes = to.trimmed();
-    after.text = source.copied(before.text);
-    return after;
+    if (words::read_binary(to.value, to.mask, source.text, source.length)) fields.flags = without_x(fields.flags);
+    fields.storage.planes = to.trimmed();
+    fields.text = source.copied(fields.text);
 }
 
 }  // namespace kval::detail

@@ -20,10 +20,10 @@ struct Parsed {
     unsigned width;
     unsigned flags;
 };
-/// The fields after a parse, which uses up those before. Throws std::bad_alloc, and then has changed nothing.
+/// Changes the fields as the text says. Throws std::bad_alloc, and then has changed nothing.
 /// @{
-KVAL_API Parsed ParseHexadecimal(const char* text, Parsed before);
-KVAL_API Parsed ParseBinary(const char* text, Parsed before);
+KVAL_API void ParseHexadecimal(const char* text, Parsed& fields);
+KVAL_API void ParseBinary(const char* text, Parsed& fields);
 /// @}
 
 KVAL_INLINE Parsed before_parse(const KVAL_UINTEGER& v) noexcept {
@@ -61,12 +61,16 @@ KVAL_INLINE const char* KVAL_UINTEGER::as_bin_string() const {
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_value_from_hex_string(const char* text) {
     using namespace kval::detail;
-    return after_parse(*this, ParseHexadecimal(text, before_parse(*this)), 0);
+    Parsed fields = before_parse(*this);
+    ParseHexadecimal(text, fields);
+    return after_parse(*this, fields, 0);
 }
 
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_value_from_bin_string(const char* text) {
     using namespace kval::detail;
-    return after_parse(*this, ParseBinary(text, before_parse(*this)), kBinaryText);
+    Parsed fields = before_parse(*this);
+    ParseBinary(text, fields);
+    return after_parse(*this, fields, kBinaryText);
 }
 
 #endif
