@@ -92,8 +92,9 @@ class KVAL_UINTEGER {
 
     // ---- reading; none of these looks at the flags but the four that name one ----
 
-    /// Value bit `pos`, X or not. Throws a const char* when `pos` is greater than the width; `pos` == width passes, and
-    /// is 0 above the stored words.
+    /// Value bit `pos`, X or not. Throws a const char* when `pos` is greater than the width. `pos` == width passes: it
+    /// reads what is stored above the width, mostly 0, and 0 above the stored words; but of 32 bits it reads bit 0, as a
+    /// compact value takes positions modulo 32.
     unsigned bit(unsigned pos) const;
     /// The low 32 value bits, X or not.
     unsigned uint() const noexcept;
@@ -121,8 +122,9 @@ class KVAL_UINTEGER {
 
     /// Bit `pos` becomes `value`, known. `value` is not reduced to one bit: 3 sets two. Clears flag X once the x-mask
     /// word of that bit holds no X, whatever the other words hold. Throws a const char* when `pos` is greater than the
-    /// width; `pos` == width and negative positions pass, and write nothing outside the stored words. May leave bits
-    /// above the width, which the next EnforceWidth() clears.
+    /// width. `pos` == width and negative positions pass: outside the stored words they write nothing, but a compact
+    /// value takes them modulo 32, so that 32 means bit 0 of 32 bits. May leave bits above the width, which the next
+    /// EnforceWidth() clears.
     KVAL_UINTEGER& set_bit(int pos, unsigned value);
     /// Raw store of value word `index` (of the only word, whatever `index`, in compact form): no trimming, flags and
     /// cached text as they were. Ends with EnforceWidth() and DeleteString() by the caller.

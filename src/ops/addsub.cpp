@@ -10,8 +10,8 @@
 namespace kval {
 namespace {
 
-// Deliberate, and not to be fixed: behind the first word, the borrow of a difference with a compact right operand is
-// still decided against that operand's word, though it is no longer subtracted there.
+// Subtracts a compact right operand. Deliberate, and not to be fixed: beyond the first word, the borrow is still
+// decided by a comparison with that operand's word, although it is no longer subtracted there.
 void subtract_compact(Word* out, const Word* l, std::size_t size, Word r) {
     bool borrow = false;
     for (std::size_t i = 0; i < size; ++i) {
@@ -117,7 +117,7 @@ Planes SubAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, st
     return difference.trimmed();
 }
 
-// A number changes no more than the low limb, but for a carry or borrow that is rare.
+// A number changes only the low limb, two words, except where there is a carry or borrow, which is rare.
 
 void AddNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept {
     const Arrays sum = arrays_of({value, mask});

@@ -5,8 +5,9 @@
 
 namespace kval {
 
-/// The width of a sum, of whose `width` bits without the carry the arrays have the words, and room for one bit more: it
-/// has grown by that bit where the sum reached it or carried out. Trims. Throws std::bad_alloc where it grew too wide.
+/// Completes a sum and returns its width. The arrays hold the words of its lower `width` bits, without the carry, and
+/// have room for one bit more. The sum grows by that bit where it reaches it or carries out. Trims. Throws
+/// std::bad_alloc where the sum grows too wide.
 unsigned finished_sum(const Arrays& sum, unsigned width, bool carry);
 
 }  // namespace kval

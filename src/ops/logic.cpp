@@ -63,7 +63,8 @@ Planes OrAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std
     return combine_large(Target({l, l_mask}, l_width, l_copy), Operand({r, r_mask}, r_width, r_copy), FourStateOr());
 }
 
-// The result starts as the wider operand, x-mask included, and keeps it but for the value words that both have.
+// The result is the wider operand, x-mask included, with the value words that both operands have XORed. With flag X it
+// is all X, over the wider operand's value bits.
 Planes XorLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
                 unsigned r_width, unsigned x_flag) {
     const bool left = l_width > r_width;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Thrown as char*, so that they cannot be constants.
+// These are thrown as char*, and so cannot be constants.
 char divide_width[] = "KVAL_UINTEGER operator / only supports division between 32 bit KVAL_UINTEGERs";
 char remainder_width[] = "KVAL_UINTEGER operator % only supports division between 32 bit KVAL_UINTEGERs";
 
@@ -33,7 +33,7 @@ Planes MulLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uin
     const Operand a({l, l_mask}, l_width, a_copy);
     Copy b_copy;
     const Operand b({r, r_mask}, r_width, b_copy);
-    // Where the sum of the widths is too large to be one, a single bit is left.
+    // Where the sum of the widths is too large to be a width, a single bit is left.
     if (width == 1) return {a.value[0] & b.value[0] & 1U, 0};
     if (l_width <= kShortFactor && r_width <= kShortFactor)
         return known_planes(words::multiply_quads(number_of(a), number_of(b)), width);

@@ -19,8 +19,8 @@ Planes ShlLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigne
     return std::uint64_t{width} + count == new_width ? out.planes() : out.trimmed();
 }
 
-// A right shift clears even the bits that are stored above the width once the count reaches the width. Only the words
-// that the result needs are taken.
+// Only the words that the result needs are shifted. Once the count reaches the width, nothing is left, not even bits
+// that were stored above the width.
 Planes ShrLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count, unsigned new_width) {
     Copy from_copy;
     const Operand from({value, mask}, width, from_copy);

@@ -80,15 +80,16 @@ State load(const void* address) {
 
 void store(void* address, State word) { std::memcpy(address, &word, sizeof word); }
 
-// The address of the state word that is `words` after the one at `start`. A buffer may have any alignment, and so is no
-// array of State.
+// The address of the state word that is `words` after the one at `start`. A buffer may have any alignment, so it is not
+// an array of State.
 void* plus(void* start, std::ptrdiff_t words) {
     return static_cast<char*>(start) + words * static_cast<std::ptrdiff_t>(sizeof(State));
 }
 
-// A buffer holds a word for the saved position, and the state behind it. A step adds the state word at the rear to the
-// one at the front, and both move on, cyclically. Between two wraps of either, their distance stays: the steps of such
-// a run move one address only, up to where the run ends. Type 0 has no runs: its front and stop never differ.
+// A buffer holds one word for the saved position, and then the state. A step adds the state word at the rear to the one
+// at the front, and both move on, cyclically. Between two wraps of either, their distance stays the same: such a run
+// needs to move only one address, the front, up to where the run ends. Type 0 has no runs: its front and stop are
+// always equal.
 struct Generator {
     void*& front = run.front;
     void*& stop = run.stop;
@@ -113,7 +114,7 @@ struct Generator {
         return drawn;
     }
 
-    // Starts the run of the front at this word, or at the first one if this is the end of the state.
+    // Starts a run with the front at `start`, or at the first word if `start` is the end of the state.
     void start_run(void* start) {
         front = start == end() ? word(0) : start;
         const bool wrapped = front < word(separation());  // but the rear has not: it leads, up to the end of the state
@@ -145,13 +146,13 @@ struct Generator {
         }
     }
 
-    // The sum of some steps ago.
+    // The sum that a step stored, `steps` steps ago.
     [[nodiscard]] State latest(int steps) const {
         return load(word((rear_index() + separation() + degree() - steps) % degree()));
     }
 
-    // What the rear meets is a sum of one or three steps ago. With the three latest at hand it need not be read again,
-    // and only the front wraps. Not inline: short draws would save and restore its registers too.
+    // The rear meets the sum of one or three steps ago. With the three latest sums at hand, it need not be read again,
+    // and only the front wraps. Not inline, because short draws would then save and restore its registers too.
     template <int kSeparated>
     [[gnu::noinline]] void draw_many(Word* out, std::size_t count) {
         State third = latest(3);
@@ -193,7 +194,7 @@ struct Generator {
     }
 };
 
-// In use before any static constructor runs.
+// May be used before any static constructor has run.
 constinit Generator generator;
 
 void* refuse() {
@@ -243,5 +244,5 @@ void* kval_setstate(void* buffer) noexcept {
     return previous;
 }
 
-// Inline everywhere, and yet in the library as well, for those who ask the loader for it.
-[[gnu::used]] constexpr std::int64_t (*callable_by_its_name)() noexcept = &kval_random;
+// Inline everywhere, and yet in the library as well, for programs that ask the loader for it by name.
+[[gnu::used]] constexpr std::int64_t (*kCallableByItsName)() noexcept = &kval_random;

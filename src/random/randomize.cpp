@@ -10,7 +10,7 @@
 namespace kval::detail {
 namespace {
 
-// Draws positions below `count` until each was drawn once; `drawn` has a bit for each, all 0.
+// Draws positions below `count` until each has come up. `drawn` has a bit for each position, all 0 at first.
 void draw_each(int count, Word* drawn) {
     for (int rest = count; rest > 0;) {
         const auto position = static_cast<unsigned>(std::rand() % count);
@@ -34,7 +34,8 @@ void RandomizeLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noe
     const std::size_t size = word_count(width);
     draw_words(arrays.value, size);
     arrays.value[size - 1] &= used_of_top_word(width);
-    // Cleared, and so not trimmed: to read one word back at once could take longer than all the rest.
+    // The x-mask is cleared, and so needs no trimming: reading one word back at once could take longer than all the
+    // rest.
     std::fill_n(arrays.mask, size, Word{0});
 }
 
@@ -43,7 +44,7 @@ void DrawPositions(int count) noexcept {
     draw_each(count, drawn);
 }
 
-// In the end, the positions drawn are all those below the count.
+// In the end every position below `count` has come up, so that all these bits are inverted.
 void InvertLarge(std::uint64_t value, int count) {
     const std::size_t size = word_count(static_cast<unsigned>(count));
     const std::unique_ptr<Word[]> drawn = std::make_unique<Word[]>(size);

@@ -56,18 +56,18 @@ namespace {
 // How a sum of signed values gets the right sign.
 enum class Repair { kNone, kWiden, kClearSign };
 
-// `negative` is the sign that the unsigned sum shows, `less` tells whether the operand that is not negative has the
+// `negative` is the sign that the unsigned sum shows. `less` tells whether the operand that is not negative has the
 // smaller magnitude.
 template <typename Less>
 Repair repair_of_sum(bool a_negative, bool b_negative, bool negative, Less less) {
-    // Operands of equal signs overflowed into the bit above.
+    // With equal signs, a sum that shows the other sign has overflowed into the bit above.
     if (a_negative == b_negative) return negative == a_negative ? Repair::kNone : Repair::kWiden;
     // With unequal signs, the larger magnitude gives the sign.
     return negative && !less() ? Repair::kClearSign : Repair::kNone;
 }
 
-// Whether `above`, which is not negative, has a smaller magnitude than `below`, which is: whether it is not greater
-// than the inverted bits of `below`, which are one less than its magnitude.
+// Whether `above`, which is not negative, has a smaller magnitude than `below`, which is negative. The inverted bits of
+// `below` are its magnitude minus one, so this asks whether `above` is not greater than they are.
 bool less_magnitude(const Operand& above, const Operand& below) {
     const std::size_t both = std::min(above.size, below.size);
     if (!words::all_zero(above.value + both, above.size - both)) return false;
@@ -85,13 +85,13 @@ bool less_magnitude(const Operand& above, const Operand& below) {
     return true;
 }
 
-// The unsigned sum at the common width, before its carry is told.
+// Writes the unsigned sum at the common width, and returns its carry.
 bool add_extended(const Growing& sum, const Extended& a, const Extended& b) {
     const std::size_t size = word_count(sum.width);
     return words::add(sum.value(), a.words(sum.width, sum.value()), b.words(sum.width, sum.value()), size);
 }
 
-// a - b, which wraps at the common width; x-mask of a.
+// Writes a - b, which wraps at the common width, with the x-mask of a.
 void subtract_extended(const Growing& difference, const Extended& a, const Extended& b) {
     const unsigned width = difference.width;
     Word* const value = difference.value();
@@ -106,7 +106,7 @@ bool is_lowest_above_limb_0(const Operand& v) {
     return words::all_zero(v.value + 2, v.size - 3) && (v.value[v.size - 1] & used) == (used ^ used >> 1);
 }
 
-// a - b for a negative b: a plus its magnitude, assigned to a result one bit wider than a; x-mask of b.
+// a - b for a negative b: a plus the magnitude of b, assigned to a result one bit wider than a; x-mask of b.
 Result sum_with_magnitude(const Operand& a, const Operand& b, unsigned flags) {
     const unsigned width = std::max(a.width, b.width);
     Growing sum(width, flags);
@@ -117,21 +117,21 @@ Result sum_with_magnitude(const Operand& a, const Operand& b, unsigned flags) {
     magnitude[size - 1] &= used_of_top_word(width);
     const bool carry = words::add(sum.value(), by_zeros(a).words(width, sum.value()), magnitude, size);
     by_sign(b).copy_mask(width, sum.mask());
-    // The magnitude was trimmed, x-mask included, before it was added.
+    // By the rule, the magnitude is trimmed, x-mask included, before it is added.
     sum.mask()[size - 1] &= used_of_top_word(width);
     sum.finish_sum(carry);
     sum.assign(a.width + 1);
     return sum.result();
 }
 
-// A small difference of which one operand is large. The low 64 bits are all that it needs, and the sign that the
-// difference has at the common width.
+// A small difference where one operand is large. All it needs is the low 64 bits, and the sign that the difference has
+// at the common width.
 Result small_difference(const Operand& a, const Operand& b, bool less, unsigned width, unsigned flags) {
     const Operand& named = b.is_negative() ? b : a;
     const std::uint64_t value_of_a = words::limb_at(a.value, a.size, 0);
     const std::uint64_t value_of_b = words::limb_at(b.value, b.size, 0);
-    // With a negative b, the sum reads negative where it reaches half of its range: where the magnitude is less than
-    // half of it by no more than a.
+    // With a negative b, the difference is a plus the magnitude of b. It reads negative where it reaches half of the
+    // range: where the magnitude falls short of that half by no more than a.
     const bool negative = b.is_negative() ? is_lowest_above_limb_0(b) && value_of_b <= value_of_a : less;
     const Planes low = {value_of_a - value_of_b, words::limb_at(named.mask, named.size, 0)};
     return {{assigned(low, std::max(a.width, b.width), negative, width), 0}, width, flags};
@@ -167,7 +167,7 @@ Result AddMixedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std
     by_zeros(y).copy_mask(width, sum.mask());
     const bool carry = add_extended(sum, by_sign(x), by_zeros(y));
     if (x.is_negative()) {
-        // b minus the magnitude of a, which wraps at the common width.
+        // This is b minus the magnitude of a; it wraps at the common width.
         sum.trim();
         sum.assign(width + 1);
         return sum.result();
@@ -175,8 +175,8 @@ Result AddMixedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std
     sum.finish_sum(carry);
     sum.assign(width + 1);
     if (sum.is_negative()) {
-        // Deliberate: a sign is cleared where no operand has one, but a width of whole words keeps it and grows by a
-        // zero bit.
+        // Deliberate: the sum shows a sign although no operand has one. The sign is cleared; but where the width of the
+        // sum is a multiple of 32, it stays, and the sum grows by a zero bit.
         if (sum.width % words::kWordBits == 0) sum.widen();
         sum.set_top(false);
     }
@@ -191,10 +191,10 @@ Result SubSignedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, st
     const Operand y({b, b_mask}, b_width, y_copy);
     Growing difference(std::max(a_width, b_width), flags);
     subtract_extended(difference, by_sign(x), by_sign(y));
-    // Signed assignment to the same width, which drops unknown bits in the top word of a negative value.
+    // As signed assignment to the same width does, this drops the X marks in the top word of a negative value.
     difference.assign(difference.width);
     if (difference_overflows(x.is_negative(), y.is_negative(), difference.is_negative())) {
-        // The sign moves into one bit more, which set_bit() stores only where it is a 1.
+        // The sign moves up into one more bit. Only a sign of 1 is stored there, as set_bit() does.
         difference.widen();
         if (x.is_negative()) difference.set_top(true);
     }

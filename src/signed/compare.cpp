@@ -7,8 +7,8 @@
 namespace kval::detail {
 namespace {
 
-// Less than 0, 0 or more than 0 as a negative value is less than, equal to or greater than one that is not wider, at
-// its own width. Of its top word, the `used` bits count.
+// Compares two negative values at the width of `a`, the wider one if they differ: less than 0, 0 or more than 0 as `a`
+// is less than, equal to or greater than `b`. Only the `used` bits of the top word of `a` count.
 int compare_negative(const Operand& a, const Operand& b, Word used) {
     const Word top_mask = used_of_top_word(a.width);
     const bool longer = a.size > b.size;
@@ -17,7 +17,7 @@ int compare_negative(const Operand& a, const Operand& b, Word used) {
     const Word joint = longer ? top_mask : other_top & top_mask;
     if (top != joint) return top < joint ? -1 : 1;
     if (longer) {
-        // Nothing is greater than the ones that the other one is extended by.
+        // `b` is extended by ones, and nothing is greater than those.
         for (std::size_t i = a.size - 1; i-- > b.size;) {
             if (a.value[i] != ~Word{0}) return -1;
         }

@@ -3,8 +3,8 @@
 
 namespace kval::detail {
 
-// The texts are part of the interface, slips included: the operator is spelled with two strokes, and the first one says
-// that its signed operands are unsigned.
+// The texts are part of the interface, slips included: the operator / is spelled with two strokes, and the first text
+// calls its signed operands unsigned.
 void ThrowDivideUnsignedWidth() {
     throw "KVAL_SINTEGER operator// only supports division between 32 bit KVAL_UINTEGERs";
 }

@@ -1,4 +1,4 @@
-// Operands at a common width, and results under way, of large sums and differences with a signed operand.
+// Operands at a common width, and results in progress, for large sums and differences with a signed operand.
 #pragma once
 
 #include <algorithm>
@@ -11,10 +11,10 @@ namespace kval {
 
 using detail::Result;
 
-/// An operand as it is read at a common width: a negative one is extended by ones, any other by zeros. One that has
-/// this width already is read as it is, bits above the width included.
+/// An operand as it is read at a common width: a negative one is extended by ones, any other by zeros. An operand that
+/// already has this width is read as it is, bits above the width included.
 struct Extended {
-    /// The extended words: the stored ones where they will do, else they are written to `out`.
+    /// The extended words: the stored ones where these will do, else the ones that are written to `out`.
     const Word* words(unsigned width, Word* out) const {
         if (own.width == width) return own.value;
         const std::size_t size = word_count(width);
@@ -24,7 +24,7 @@ struct Extended {
         out[size - 1] &= detail::used_of_top_word(width);
         return out;
     }
-    /// X bits are extended by known ones.
+    /// The bits added by extension are known: the x-mask is extended by zeros.
     void copy_mask(unsigned width, Word* out) const {
         const std::size_t size = word_count(width);
         words::fit(out, size, own.mask, own.size);
@@ -41,8 +41,8 @@ struct Extended {
 inline Extended by_sign(const Operand& v) { return {v, v.is_negative()}; }
 inline Extended by_zeros(const Operand& v) { return {v, false}; }
 
-/// A result under way, with room for the two bits by which it may outgrow the common width. It owns its arrays until they
-/// are handed out; of a small common width it has its words here.
+/// A result in progress, with room for the two bits by which it may outgrow the common width. It owns its arrays until
+/// they are handed out. At a small common width, its words are in this object.
 class Growing {
   public:
     /// Throws std::bad_alloc.
@@ -62,9 +62,9 @@ class Growing {
 
     /// Ends an unsigned sum of this width; throws std::bad_alloc where it grows too wide.
     void finish_sum(bool carry) { width = finished_sum(arrays_, width, carry); }
-    /// One bit wider, by a zero bit; throws std::bad_alloc where that is too wide.
+    /// Adds a zero bit at the top; throws std::bad_alloc where that makes it too wide.
     void widen();
-    /// Sets the top bit as set_bit() does it: the bit is known, and flag X goes when its word holds no X mark.
+    /// Sets the top bit as set_bit() does: the bit is known, and flag X goes when its word holds no X mark.
     void set_top(bool top);
     /// As if assigned to a signed value of another width, which is large where the common one is; throws std::bad_alloc
     /// where that is too wide.
@@ -84,8 +84,8 @@ class Growing {
     Arrays arrays_;
 };
 
-/// What signed assignment makes of the words that were copied from a source of `source_width` bits into the arrays of a
-/// large target of `width` bits: extends or cuts them in place.
+/// Completes signed assignment to a large target of `width` bits. Its arrays already have the words copied from a
+/// source of `source_width` bits, which are extended or cut in place.
 void assign_signed(const Arrays& target, unsigned source_width, bool negative, unsigned width);
 
 }  // namespace kval

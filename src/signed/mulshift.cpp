@@ -11,7 +11,7 @@
 namespace kval::detail {
 namespace {
 
-// A number of up to 128 bits, extended to all of them, and the ones that say whether it is negative.
+// A number of up to 128 bits, sign-extended to 128, and its sign: all ones where it is negative, else 0.
 struct SignedNumber {
     SignedNumber(const Operand& v, bool negative)
         : sign(words::QuadWord{0} - static_cast<words::QuadWord>(negative)),
@@ -21,13 +21,13 @@ struct SignedNumber {
     words::QuadWord number;
 };
 
-// Each negative factor counts 2^128 too much, which multiplies the other one.
+// A negative factor reads as 2^128 too much, so the product has 2^128 times the other factor too much.
 words::QuadPair short_product(const SignedNumber& a, const SignedNumber& b) {
     const words::QuadPair product = words::multiply_quads(a.number, b.number);
     return {product.low, product.high - (a.sign & b.number) - (b.sign & a.number)};
 }
 
-// The words of an operand's magnitude: the stored ones where it is not negative, else negated ones in `scratch`.
+// The words of an operand's magnitude: the stored ones where it is not negative, else the negated words, in `scratch`.
 const Word* magnitude_words(const Operand& v, bool negative, Word* scratch) {
     if (!negative) return v.value;
     words::negate(scratch, v.value, v.size);
@@ -45,7 +45,7 @@ Planes MulSignedLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, st
     const Operand a({l, l_mask}, l_width, a_copy);
     Copy b_copy;
     const Operand b({r, r_mask}, r_width, b_copy);
-    // Where the sum of the widths is too large to be one, a single bit is left.
+    // Where the sum of the widths is too large to be a width, a single bit is left.
     if (width == 1) return {a.value[0] & b.value[0] & 1U, 0};
     if (l_width <= kShortFactor && r_width <= kShortFactor)
         return known_planes(short_product({a, signs.l}, {b, signs.r}), width);

@@ -19,12 +19,13 @@ void assign_signed(const Arrays& target, unsigned source_width, bool negative, u
         std::fill(value + source_size, value + size, negative ? ~Word{0} : Word{0});
         std::fill(mask + source_size, mask + size, Word{0});
     }
-    // Deliberate: unknown bits in the word that is filled up with ones are dropped.
+    // Deliberate: X marks in the word that is filled up with ones are dropped.
     if (ones && source_size <= size) {
         value[source_size - 1] |= detail::ones_from(source_top);
         mask[source_size - 1] = 0;
     }
-    // Deliberate: the target's top word gets the same ones again, although they start where the source's width says.
+    // Deliberate: the target's top word gets the same ones again, although they start at a place that only the source's
+    // width gives.
     if (ones) value[size - 1] |= detail::ones_from(source_top);
     const Word top_mask = detail::used_of_top_word(width);
     value[size - 1] &= top_mask;
@@ -39,7 +40,7 @@ void assign_signed(const Arrays& target, unsigned source_width, bool negative, u
 
 namespace detail {
 
-// Deliberate: the top word is not trimmed, so that its bits above the width are ones too.
+// Deliberate: the top word is not trimmed, so that a negative value has ones above its width too.
 Planes ConstructSignedLarge(int number, unsigned width) {
     const Planes planes = ConstructLarge(static_cast<unsigned>(number), width);
     if (number < 0) std::fill_n(array_of(planes.value) + 1, word_count(width) - 1, ~Word{0});

@@ -8,9 +8,9 @@ unsigned kval::detail::HashLarge(std::uint64_t value, unsigned width) noexcept {
     return hash;
 }
 
-// Deliberate, and different from the unsigned variant for bytes of 0x80 and above and for states with the top bit set:
-// the state is signed, so right shifts keep the sign, and so is every byte. Sums and left shifts wrap, and are done on
-// unsigned numbers.
+// Deliberate: the state and every byte are signed, so that right shifts keep the sign. The hash therefore differs from
+// the unsigned variant for bytes of 0x80 and above, and for states with the top bit set. Sums and left shifts wrap, and
+// are done on unsigned numbers.
 int one_at_a_time(const char* key, int len) noexcept {
     const auto plus_shifted_left = [](int hash, unsigned count) {
         const auto bits = static_cast<unsigned>(hash);

@@ -40,7 +40,7 @@ void AssignNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, 
     arrays.value[0] = number;
 }
 
-// New arrays are taken only where the word count grows; a large value that shrinks keeps its longer ones.
+// New arrays are taken only where the word count grows. A large value that shrinks and stays large keeps its own.
 Storage ResizeLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned capacity, unsigned new_width) {
     const Planes old = {value, mask};
     Copy from_copy;

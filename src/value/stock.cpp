@@ -12,7 +12,7 @@
 #include "kval.h"
 #include "value/stock.h"
 
-// In programs that have AddressSanitizer, whether this library was built with it or not.
+// Exists only in programs that have AddressSanitizer, whether this library was built with it or not.
 extern "C" __attribute__((weak)) void __asan_init();  // NOLINT(bugprone-reserved-identifier)
 
 namespace kval {
@@ -25,8 +25,8 @@ constexpr std::uint32_t room_for(std::size_t words) {
     return 8;
 }
 
-// How many more pairs are made when one is missing, so that a loop that takes and gives back one at a time has some to
-// go round: only of lengths that cost little.
+// How many more pairs are made when one is missing. A loop that takes and gives back one pair at a time then has
+// several to go round. Only lengths that cost little get more.
 constexpr int more_of(std::size_t words) { return words <= 8 ? 3 : 0; }
 
 void release(const Arrays& arrays) noexcept {
@@ -52,7 +52,7 @@ class LongPairs {
         }
         return false;
     }
-    // In place of the one that has been here for longest.
+    // Puts a pair in place of the one that has been here longest.
     void give(const Arrays& arrays, std::size_t words) noexcept {
         Pair& pair = pairs_[next_];
         next_ = (next_ + 1) % kPairs;
@@ -69,7 +69,7 @@ class LongPairs {
     std::size_t next_ = 0;
 };
 
-// A stock with its room.
+// A stock with room on its shelves: that of a thread which keeps arrays.
 struct FullStock : Stock {
     FullStock() : Stock{} {
         for (std::size_t words = 0; words <= kLongest; ++words) shelves[words].room = room_for(words);
@@ -97,7 +97,7 @@ consteval std::size_t most_bytes() {
 }
 static_assert(most_bytes() <= std::size_t{256} * 1024, "a thread keeps at most 256 KiB");
 
-// Without room: a thread's first stock, and the last.
+// Two stocks without room: a thread starts with the first, and ends with the second.
 constinit Stock unopened{};
 constinit Stock closed{};
 
@@ -109,7 +109,7 @@ bool is_kept_longer(std::size_t words) {
     return is_open() && words > Stock::kLongest && words <= LongPairs::kLongestPair;
 }
 
-// Ends this thread's stock; what its last values give back goes to the heap.
+// Ends this thread's stock. What the thread's last values give back then goes to the heap.
 void close_stock() noexcept {
     const std::unique_ptr<FullStock> ended(is_open() ? &opened_stock() : nullptr);
     stock = &closed;
@@ -118,25 +118,25 @@ void close_stock() noexcept {
 // The system calls this at the end of a thread that has a stock.
 void end_thread(void* /*ended*/) { close_stock(); }
 
-// That of the main thread, which does not end like the others, goes with the library.
+// The main thread does not end like the others; its stock ends with the library.
 struct AtExit {
     ~AtExit() { close_stock(); }
 } at_exit;
 
-// Tools that watch every array of the program must see it go and come: AddressSanitizer, and Valgrind's memcheck.
+// AddressSanitizer and Valgrind's memcheck watch every array of the program, and so must see each one come and go.
 bool is_watched() {
     const char* preloaded = std::getenv("LD_PRELOAD");
     return __asan_init != nullptr || (preloaded != nullptr && std::strstr(preloaded, "vgpreload_memcheck") != nullptr);
 }
 
-// The key by which the system calls end_thread; false where there is none, or nothing is to be kept.
+// The key by which the system calls end_thread. There is none where the system has run out, or nothing is to be kept.
 struct ThreadEnd {
     ThreadEnd() : exists(!is_watched() && pthread_key_create(&key, end_thread) == 0) {}
     pthread_key_t key{};
     bool exists;
 };
 
-// This thread's first stock. It goes on without one where there is no memory for it.
+// Opens this thread's stock. The thread goes on without one where there is no memory for it.
 void open_stock() noexcept {
     static const ThreadEnd thread_end;
     stock = &closed;
@@ -151,7 +151,7 @@ Arrays new_pair(std::size_t words) {
     return {value.release(), mask.release()};
 }
 
-// Puts more pairs beside one that was missing; where there is no memory for them, none.
+// Adds more pairs where one was missing, as far as there is memory for them.
 void add_more(std::size_t words) noexcept {
     try {
         for (int i = 0; i < more_of(words); ++i) {

@@ -1,5 +1,5 @@
-// The arrays of dead large values, which every thread keeps for its next ones: most of the cost of a short-lived large
-// value is otherwise the heap's.
+// The stock of arrays. Most of the cost of a short-lived large value would be the heap's, so every thread keeps the
+// arrays of its dead large values for its next ones.
 #pragma once
 
 #include "kval/detail/planes.h"
@@ -18,9 +18,9 @@ struct Arrays {
 /// Pairs of arrays of one length: a queue in a ring. `taken` and `given` count, modulo 2^32, the pairs that were taken
 /// out of it and put into it; it holds `room` of them at most.
 ///
-/// Last in, first out would need one counter, but every value would wait for what the one before it has just put back.
-/// For the same reason the two addresses of a pair do not stand side by side: compilers would copy both at once out of
-/// a value whose fields have just been written one by one, which processors are slow at.
+/// Last in, first out would need only one counter, but every value would wait for what the one before it has just put
+/// back. To spare a similar wait, the two addresses of a pair do not stand side by side: compilers would copy both at
+/// once out of a value whose fields have just been written one by one, and processors are slow at that.
 struct Shelf {
     enum : std::uint32_t { kSlots = 16 };
 
@@ -45,23 +45,25 @@ struct Shelf {
     }
 };
 
-/// A shelf for every length, in words, up to that of a sum of 1024 bits and a little more; what is longer is kept
-/// elsewhere. All zero, it is a stock without room, always empty and always full.
+/// A shelf for every length, in words, up to that of a sum of 1024 bits and a little more; longer arrays are kept
+/// elsewhere. All zero, it is a stock without room: always empty and always full.
 struct Stock {
     enum : std::size_t { kLongest = 36 };
     Shelf shelves[kLongest + 1];
 };
 
-/// This thread's stock. While it has none, and after its end, this is one without room, which is never written to. Of
-/// the initial-exec model: one pointer of the few bytes that a library loaded later may have.
+/// This thread's stock; before its start and after its end, one without room, which is never written to. The
+/// initial-exec model spares a call at every access, and takes one pointer of the few bytes that a library loaded later
+/// may have.
 extern __thread Stock* stock __attribute__((tls_model("initial-exec")));
 
-/// What the stock does not have: two new arrays. Throws std::bad_alloc, and leaves nothing behind.
+/// Two arrays where the shelf has none: from the longer ones that are kept, or new. Throws std::bad_alloc, and then
+/// leaves nothing behind.
 Arrays new_arrays(std::size_t words);
-/// What the stock does not take: the arrays go back to the heap.
+/// Takes back two arrays for which the shelf has no room: they are kept with the longer ones, or go back to the heap.
 void delete_arrays(const Arrays& arrays, std::size_t words) noexcept;
 
-/// Two arrays of `words` words, not yet written. Throws std::bad_alloc, and leaves nothing behind.
+/// Two arrays of `words` words, not yet written. Throws std::bad_alloc, and then leaves nothing behind.
 inline Arrays take_arrays(std::size_t words) {
     if (words <= Stock::kLongest) {
         Shelf& shelf = stock->shelves[words];

@@ -24,7 +24,7 @@ inline bool is_large(unsigned width) { return __builtin_expect(width > 64, true)
 
 inline std::size_t word_count(std::size_t width) { return (width + words::kWordBits - 1) / words::kWordBits; }
 
-/// How many words are read of a value: a moved-from one has one, too.
+/// How many words of a value are read. A moved-from value has one, too.
 inline std::size_t stored_words(unsigned width) {
     if (is_large(width)) return word_count(width);
     return width <= words::kWordBits ? 1 : 2;
@@ -42,8 +42,8 @@ inline Arrays arrays_for(unsigned width) {
     return take_arrays(word_count(width));
 }
 
-/// Clears the bits above a width whose top word is this one. Two words at a time where the kernels have written the top
-/// word so: what was written in one piece is slow to read in another.
+/// Clears the bits above a width whose top word is at `top`. What was written in one piece is slow to read in another,
+/// so this takes two words at a time where the kernels have written the top word that way.
 inline void trim(const Arrays& arrays, std::size_t top, unsigned width) {
     Word* const value = arrays.value + top;
     Word* const mask = arrays.mask + top;
@@ -60,7 +60,8 @@ inline void trim(const Arrays& arrays, std::size_t top, unsigned width) {
 /// The same for the arrays of a large value.
 inline void trim(const Arrays& arrays, unsigned width) { trim(arrays, (width - 1) / words::kWordBits, width); }
 
-/// Room for the words of a small value. Apart from what points to it, which can then stay in registers.
+/// Room for the words of a small value. It is apart from the Operand or Target that points to it, so that these can
+/// stay in registers.
 struct Copy {
     Word value[2];
     Word mask[2];
@@ -90,14 +91,14 @@ struct Operand {
 
 /// What an operation writes: the arrays of a large value, or the words of a small one until they are taken as bits.
 struct Target {
-    /// A value that is there already.
+    /// For a value that exists already.
     Target(const Planes& planes, unsigned bit_width, Copy& copy)
         : Target(bit_width, is_large(bit_width) ? arrays_of(planes) : Arrays{copy.value, copy.mask}) {
         if (is_large(width)) return;
         words::store_pair(value, planes.value);
         words::store_pair(mask, planes.mask);
     }
-    /// A new one, not yet written. Throws std::bad_alloc.
+    /// For a new value, not yet written. Throws std::bad_alloc.
     Target(unsigned bit_width, Copy& copy)
         : Target(bit_width, is_large(bit_width) ? arrays_for(bit_width) : Arrays{copy.value, copy.mask}) {}
 

@@ -17,9 +17,9 @@ struct Radix {
 constexpr Radix kHexadecimal{4, words::write_hexadecimal};
 constexpr Radix kBinary{1, words::write_binary};
 
-// The letters of a value marked Z, weak low or weak high, in place of its digits. Deliberate: a letter goes to the
-// mirrored place of its digit, an X to its own. They may fall on each other, where the one that belongs to the higher
-// digit stays, and a place may be left as a zero byte.
+// Puts the letter of a value marked Z, weak low or weak high in place of its digits. Deliberate: the letter goes to the
+// mirrored place of its digit, an X to its own place. Where two fall on one place, the one that belongs to the higher
+// digit stays. A place that gets neither is left as a zero byte.
 void replace_by_letters(char* text, std::size_t digits, unsigned flags) {
     const char weak = (flags & kWeakLow) != 0 ? 'L' : 'H';
     const char letter = (flags & kZ) != 0 ? 'Z' : weak;
@@ -42,15 +42,15 @@ void replace_by_letters(char* text, std::size_t digits, unsigned flags) {
 char* new_text(const Radix& radix, const Operand& v, unsigned flags) {
     const std::size_t digits = (std::size_t{v.width} + radix.bits_per_digit - 1) / radix.bits_per_digit;
     char* text = new char[digits + 1];
-    // X marks above the width do not show, value bits there do: deliberate.
+    // Deliberate: X marks above the width do not show, but value bits there do.
     radix.write(text, digits, v.value, v.mask, used_of_top_word(v.width));
     if ((flags & (kZ | kWeakLow | kWeakHigh)) != 0) replace_by_letters(text, digits, flags);
     text[digits] = '\0';
     return text;
 }
 
-// A text to be parsed, with the room for its copy, which is taken before anything changes: new, or that of the cached
-// text where it has the same length. The text may be the cached one itself, or lie in it.
+// A text to be parsed, and the room for its copy. The room is taken before anything changes: it is new, or that of the
+// cached text where this has the same length. The text to be parsed may be the cached one itself, or lie in it.
 class Source {
   public:
     Source(const char* given, unsigned bits_per_digit, const char* cached)
@@ -74,7 +74,7 @@ class Source {
     std::unique_ptr<char[]> room_;
 };
 
-// Brings the value to the width of the text to be parsed. The cached text stays, as the text to be parsed may lie in it.
+// Brings the value to the width of the text to be parsed. The cached text stays: the text to be parsed may lie in it.
 void resize(Parsed& fields, std::size_t width) {
     if (width == fields.width) return;
     Storage& storage = fields.storage;
@@ -127,6 +127,6 @@ void ParseBinary(const char* text, Parsed& fields) {
 
 }  // namespace kval::detail
 
-// Inline everywhere, and yet in the library as well: a debugger calls them by their addresses.
-[[gnu::used]] constexpr const char* (KVAL_UINTEGER::*callable_in_a_debugger[])() const = {
-    &KVAL_UINTEGER::as_hex_string, &KVAL_UINTEGER::as_bin_string};
+// These are inline everywhere, and yet in the library as well: a debugger calls them by their addresses.
+[[gnu::used]] constexpr const char* (KVAL_UINTEGER::*kCallableInADebugger[])() const = {&KVAL_UINTEGER::as_hex_string,
+                                                                                        &KVAL_UINTEGER::as_bin_string};

@@ -9,7 +9,8 @@ namespace detail {
 
 /// Whether the value bits of a large value read `number`.
 KVAL_API bool IsNumberLarge(std::uint64_t value, unsigned width, unsigned number) noexcept;
-/// set_bit() in a large value; whether the x-mask word of the bit is without X then.
+/// set_bit() in a large value. Returns whether the bit's x-mask word then holds no X; false outside the stored words,
+/// where nothing is written.
 KVAL_API bool SetBitLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned pos, Word bits) noexcept;
 /// Every bit of a large value becomes X; both planes are trimmed.
 KVAL_API void ForceXLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept;
@@ -27,8 +28,8 @@ KVAL_INLINE Word word_at(std::uint64_t plane, unsigned width, unsigned index) no
     return index < word_count(width) ? array_of(plane)[index] : 0;
 }
 
-/// The plane after a raw store of word `index`; a large one changes in its array. A compact value has one word, which
-/// every index means; others ignore an index outside the value.
+/// The plane after a raw store of word `index`; a large one is changed in its array. A compact value has only one word,
+/// and every index means that one. Other values ignore an index outside the value.
 KVAL_INLINE std::uint64_t with_word(std::uint64_t plane, unsigned width, unsigned index, Word word) noexcept {
     if (width <= 32) return word;
     if (is_small(width)) {
@@ -40,8 +41,8 @@ KVAL_INLINE std::uint64_t with_word(std::uint64_t plane, unsigned width, unsigne
     return plane;
 }
 
-/// The place of bit `pos` among those of a small value; 64 and more are outside. A compact value has one word, which
-/// every position falls into, modulo 32.
+/// The place of bit `pos` in the plane of a small value; a place of 64 or more is outside. A compact value has only one
+/// word, and takes every position modulo 32.
 KVAL_INLINE unsigned place_of(unsigned pos, unsigned width) noexcept { return width <= 32 ? pos % 32 : pos; }
 
 /// Bit `pos` of a plane, 0 outside the stored words.
@@ -106,8 +107,8 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_xmask_at(int index, unsigned word)
     return *this;
 }
 
-// Deliberate: the one x-mask word of the bit decides on flag X, even where another word still holds X bits; and a value
-// of more than one bit reaches into the bits above, though not beyond the word.
+// Deliberate: the x-mask word of this bit alone decides on flag X, even where another word still holds X bits. And a
+// `value` of more than one bit reaches into the bits above `pos`, though not beyond the word.
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::set_bit(int pos, unsigned value) {
     using namespace kval::detail;
     if (static_cast<int>(width) < pos) ThrowSetBitPosition();

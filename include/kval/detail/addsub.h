@@ -7,17 +7,17 @@
 namespace kval {
 namespace detail {
 
-/// A sum of which one operand is large: its arrays, which may have room for one bit more than it needs, and its width.
-/// Throws std::bad_alloc.
+/// A sum where one operand is large: its arrays, which may be one word longer than it needs, and its width. AddLarge
+/// throws std::bad_alloc.
 struct Sum {
     Planes planes;
     unsigned width;
 };
 KVAL_API Sum AddLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
                       unsigned r_width);
-/// The length of those arrays, by the wider operand's width.
+/// The length of those arrays, from the wider operand's width.
 KVAL_INLINE unsigned capacity_of_sum(unsigned width) noexcept { return width / 32 + 1; }
-/// The arrays of a sum of 65 bits, of which these are the lower ones. Throws std::bad_alloc.
+/// The arrays of a 65-bit sum: these lower 64 bits, and a known 1 above them. Throws std::bad_alloc.
 KVAL_API Planes CarryOut(std::uint64_t value, std::uint64_t mask);
 /// The planes of a difference, in the left operand's width, where one operand is large. Throws std::bad_alloc.
 KVAL_API Planes SubLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
@@ -27,12 +27,13 @@ KVAL_API Planes AddAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint6
                                unsigned l_width, unsigned r_width) noexcept;
 KVAL_API Planes SubAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask,
                                unsigned l_width, unsigned r_width) noexcept;
-/// The value of a large operand after a number was added or subtracted, with a carry or borrow as far as it goes.
+/// Adds a number to a large value in place, or subtracts one, with a carry or borrow as far as it goes.
 KVAL_API void AddNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept;
 KVAL_API void SubNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept;
 
-/// The width of a small sum, of operands that are not wider than `width`: one bit more where the sum reaches the bit
-/// above the width, or carries out of the words, as operands with bits above their width may have it.
+/// The width of the sum of two small operands, the wider of which has `width` bits. It is one bit more where the sum
+/// reaches the bit above the width, or carries out of the stored words. Operands that hold bits above their width may
+/// do the latter without the former.
 KVAL_INLINE unsigned width_of_sum(std::uint64_t sum, std::uint64_t operand, unsigned width) noexcept {
     const bool carry = sum < operand || (sum & ~stored_bits(width)) != 0;
     const std::uint64_t reached = sum >> 1 >> ((width - 1) & 63U) & 1U;

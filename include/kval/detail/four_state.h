@@ -1,5 +1,5 @@
-// The four-state rules of AND and OR, and the value bits of XOR and NOT, stated once, for as many bits at once as a type
-// holds: of both planes, `value` and `mask`.
+// The four-state rules of AND and OR, and the value bits of XOR and NOT. Each is stated once, for as many bits at a
+// time as a type holds. For AND and OR that type has both planes, `value` and `mask`.
 #ifndef KVAL_DETAIL_FOUR_STATE_H
 #define KVAL_DETAIL_FOUR_STATE_H
 

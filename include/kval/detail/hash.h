@@ -32,7 +32,7 @@ KVAL_INLINE unsigned KVAL_UINTEGER::get_hash(unsigned bits) const noexcept {
     } else {
         hash = HashLarge(uvalue.bits, width);
     }
-    // No bits asked for means all of them: deliberate, the mask for 0 is that for 32.
+    // Deliberate: 0 asks for all 32 bits, because the mask for 0 is the same as that for 32.
     return bits < 32 ? hash & used_of_top_word(bits) : hash;
 }
 

@@ -7,16 +7,16 @@
 namespace kval {
 namespace detail {
 
-/// The new arrays of large values. They throw std::bad_alloc, and leave nothing behind.
+/// New arrays for large values. Both functions throw std::bad_alloc, and then leave nothing behind.
 KVAL_API Planes ConstructLarge(unsigned number, unsigned width);
 KVAL_API Planes CopyLarge(std::uint64_t value, std::uint64_t mask, unsigned width);
-/// The storage at another width, where one of the two is large; the old one is then used up. Planes above the width are
-/// cleared. Throws std::bad_alloc, and then has changed nothing.
+/// The storage at another width, where the old or the new width is large. The old storage is used up: its arrays are
+/// kept or released. Bits above the new width are cleared. Throws std::bad_alloc, and then has changed nothing.
 KVAL_API Storage ResizeLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned capacity,
                              unsigned new_width);
 
-/// The planes of a target that was assigned to, where it or the source is large: cut or zero-extended, and trimmed
-/// where the widths differ. A large target keeps its arrays.
+/// The planes of a target after assignment, where it or the source is large: the source's bits, cut or zero-extended,
+/// and trimmed where the widths differ. A large target keeps its arrays.
 KVAL_API Planes AssignLarge(std::uint64_t target, std::uint64_t target_mask, std::uint64_t from,
                             std::uint64_t from_mask, unsigned width, unsigned from_width) noexcept;
 KVAL_API void AssignNumberLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned number) noexcept;
@@ -25,8 +25,8 @@ KVAL_API void TrimLarge(std::uint64_t value, std::uint64_t mask, unsigned width)
 
 KVAL_API void ReleaseLarge(std::uint64_t value, std::uint64_t mask, unsigned capacity) noexcept;
 KVAL_API void DeleteText(const char* text) noexcept;
-/// Whether this thread keeps the arrays of its dead values from now on; those that it has go back to the heap. For tests
-/// and tools that count what is taken from the heap, or watch its bounds.
+/// Sets whether this thread keeps the arrays of its dead values from now on. Those that it has kept so far go back to
+/// the heap. For tests and tools that count what is taken from the heap, or that watch the bounds of arrays.
 KVAL_API void KeepArrays(bool keep) noexcept;
 
 KVAL_INLINE Planes constructed(unsigned number, unsigned width) {
@@ -46,7 +46,7 @@ KVAL_INLINE void adopt(KVAL_UINTEGER& v, const KVAL_UINTEGER& other) {
     v.DeleteString();
 }
 
-/// Moves everything but the text into a value that owns nothing but, perhaps, a text; `from` is left moved-from, with no
+/// Moves everything but the text into `v`, which owns no arrays and perhaps a text. `from` is left moved-from: no
 /// width, no bits, no flags and no text.
 KVAL_INLINE void take(KVAL_UINTEGER& v, KVAL_UINTEGER& from) noexcept {
     v.DeleteString();
@@ -61,7 +61,7 @@ KVAL_INLINE void take(KVAL_UINTEGER& v, KVAL_UINTEGER& from) noexcept {
     Fields::set_flags(from, 0);
 }
 
-/// Exchanges the planes and flags of two values; the second one loses its text.
+/// Exchanges the planes and flags of two values. The second loses its text; the caller sees to that of the first.
 KVAL_INLINE void exchange_planes(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept {
     const Planes planes = Fields::planes(a);
     const unsigned capacity = Fields::capacity(a);
@@ -90,8 +90,8 @@ KVAL_INLINE void exchange(KVAL_UINTEGER& a, KVAL_UINTEGER& b) noexcept {
 }  // namespace detail
 }  // namespace kval
 
-// No constructor leaves its fields to another one: the compiler would have to destroy the object where the first one
-// then throws, and so keep it in memory.
+// A delegating constructor would keep the object in memory: the compiler must be able to destroy it should the body
+// still throw. So no constructor delegates to another one.
 
 KVAL_INLINE KVAL_UINTEGER::KVAL_UINTEGER(unsigned bit_width, kval::detail::Planes planes, unsigned state,
                                          unsigned words) noexcept

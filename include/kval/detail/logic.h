@@ -1,4 +1,4 @@
-// Bitwise logic: the four-state AND, OR, XOR and NOT, binary and in place.
+// Bitwise logic: four-state AND and OR, binary and in place, and XOR and NOT.
 #ifndef KVAL_DETAIL_LOGIC_H
 #define KVAL_DETAIL_LOGIC_H
 
@@ -7,7 +7,7 @@
 namespace kval {
 namespace detail {
 
-/// The arrays of a large result, in the wider width. They throw std::bad_alloc.
+/// The arrays of a large result, as wide as the wider operand. These functions throw std::bad_alloc.
 KVAL_API Planes AndLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
                          unsigned r_width);
 KVAL_API Planes OrLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
@@ -21,8 +21,8 @@ KVAL_API Planes AndAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint6
 KVAL_API Planes OrAssignLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask,
                               unsigned l_width, unsigned r_width) noexcept;
 
-/// AND or OR of small operands. Deliberate: only words that both have are combined. Where one is compact and the other
-/// is wide, the upper word is the wide one's as it stands, as if AND met all ones there.
+/// AND or OR of small operands. Deliberate: only the words that both operands have are combined. Where one is compact
+/// and the other wide, the upper word is the wide one's as it stands, as if AND met all ones there.
 template <typename Rule>
 KVAL_INLINE Planes combined(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r, unsigned width, Rule rule) noexcept {
     const Planes bits = rule(Fields::planes(l), Fields::planes(r));
@@ -40,8 +40,8 @@ KVAL_INLINE void unite_flags(KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept 
 }  // namespace detail
 }  // namespace kval
 
-// No flag of either operand reaches the result of & or |, not even when it holds X bits: deliberate, unlike the forms
-// in place.
+// Deliberate: no flag of either operand reaches the result of & or |, not even where the result holds X bits. The forms
+// in place, by contrast, unite the flags.
 
 KVAL_INLINE KVAL_UINTEGER operator&(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using namespace kval::detail;
@@ -74,7 +74,7 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::operator|=(const KVAL_UINTEGER& other)
     return changed_large(*this, binary_large(OrAssignLarge, *this, other));
 }
 
-// The result starts as the wider operand, x-mask and flags included, and becomes all X with an X flag on either side.
+// The result starts as the wider operand, x-mask and flags included. It becomes all X where either operand has flag X.
 KVAL_INLINE KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using namespace kval::detail;
     const Wider from = wider(l, r);
@@ -83,8 +83,8 @@ KVAL_INLINE KVAL_UINTEGER operator^(const KVAL_UINTEGER& l, const KVAL_UINTEGER&
     if ((flags & kX) != 0) return trimmed_result(from.width, {from.planes.value, ~std::uint64_t{0}}, flags);
     const Planes of_l = Fields::planes(l);
     const Planes of_r = Fields::planes(r);
-    // Deliberate: X marks without flag X cancel like value bits in a compact result, and a wide one keeps the wider
-    // operand's.
+    // Deliberate: X marks without flag X cancel each other in a compact result, as value bits do. A wide result keeps
+    // the wider operand's.
     const std::uint64_t mask = from.width <= 32 ? of_l.mask ^ of_r.mask : from.planes.mask;
     return small_result(from.width, {of_l.value ^ of_r.value, mask}, flags);
 }

@@ -1,4 +1,4 @@
-// Multiplication; division and remainder, which are for compact operands.
+// Multiplication of any operands; division and remainder of compact ones.
 #ifndef KVAL_DETAIL_MULDIV_H
 #define KVAL_DETAIL_MULDIV_H
 
@@ -7,10 +7,11 @@
 namespace kval {
 namespace detail {
 
-/// The planes of a product, all X or of the value bits, where it or an operand is large. Throws std::bad_alloc.
+/// The planes of a product, where it or an operand is large: all X where `x_flag` is set, else the product of the value
+/// bits. Throws std::bad_alloc.
 KVAL_API Planes MulLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64_t r_mask, unsigned l_width,
                          unsigned r_width, unsigned x_flag);
-/// The planes of a result of any width that is all X, over zeros. Throws std::bad_alloc.
+/// The planes of an all-X result of any width, over value bits of 0. Throws std::bad_alloc.
 KVAL_API Planes AllXLarge(unsigned width);
 [[noreturn]] KVAL_API void ThrowDivideWidth();
 [[noreturn]] KVAL_API void ThrowRemainderWidth();
@@ -20,7 +21,7 @@ KVAL_API Planes AllXLarge(unsigned width);
 
 KVAL_INLINE KVAL_UINTEGER operator*(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) {
     using namespace kval::detail;
-    // The widths of very wide operands add up to what is read as negative, and becomes 1.
+    // The widths of very wide operands add up to 2^31 or more, which reads as negative and becomes 1.
     const unsigned width = at_least_one(l.bitwidth() + r.bitwidth());
     const unsigned flags = any_x(l, r);
     if (!is_small(width) || !are_small(l, r)) return any_result(width, binary_large(MulLarge, l, r, flags), flags);

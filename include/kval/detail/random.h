@@ -7,30 +7,31 @@
 namespace kval {
 namespace detail {
 
-/// Where the generator stands: steps from `front` to `stop` add the 64-bit word `distance` words from the front to the
-/// one at the front, and differ in nothing else.
+/// Where the generator stands. From `front` up to `stop` all steps are alike: each adds the 64-bit word that lies
+/// `distance` words from the front to the word at the front, and moves the front on by one word.
 struct GeneratorRun {
     void* front;
     void* stop;
     std::ptrdiff_t distance;
 };
 extern KVAL_API GeneratorRun generator_run;
-/// The next number where front and stop meet.
+/// The next number where `front` has reached `stop`.
 KVAL_API std::int64_t DrawAtRunEnd() noexcept;
 
-/// The words of a small value, from one number each, the lower word first.
+/// Random words for a small value, each from one number, the lower word first.
 KVAL_API std::uint64_t DrawWords(unsigned width) noexcept;
-/// Every bit of a large value known and random.
+/// Makes every bit of a large value known and random.
 KVAL_API void RandomizeLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept;
-/// Draws positions from rand() until each of `count`, up to 64, was drawn once.
+/// Draws positions below `count`, which is up to 64, from rand() until each has come up. Changes only the state of
+/// rand().
 KVAL_API void DrawPositions(int count) noexcept;
-/// Draws positions likewise, and inverts those bits of a large value. Throws std::bad_alloc before it draws.
+/// Draws positions in the same way, and inverts those bits of a large value. Throws std::bad_alloc before it draws.
 KVAL_API void InvertLarge(std::uint64_t value, int count);
 
 }  // namespace detail
 }  // namespace kval
 
-// A call of the shared library would cost more than the step itself.
+// Inline, because a call into the shared library would cost more than the step itself.
 KVAL_INLINE std::int64_t kval_random() noexcept {
     kval::detail::GeneratorRun& run = kval::detail::generator_run;
     char* const front = static_cast<char*>(run.front);
@@ -55,8 +56,8 @@ KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::randomize() noexcept {
     return *this;
 }
 
-// Deliberate: positions are drawn below `count`, not below the width, until each of them was drawn once, and the cached
-// text is not dropped.
+// Deliberate: positions are drawn below `count`, not below the width, until each has come up. And the cached text is
+// not dropped.
 KVAL_INLINE KVAL_UINTEGER& KVAL_UINTEGER::randomize(int count) {
     using namespace kval::detail;
     if (static_cast<unsigned>(count) > width || count == 0) return *this;  // a negative count too

@@ -7,15 +7,16 @@
 namespace kval {
 namespace detail {
 
-/// The planes of a result of `new_width` bits, where it or the operand is large, or bits are lost. They throw
-/// std::bad_alloc.
+/// The planes of a shifted value in `new_width` bits, where the result or the operand is large, or bits are lost. Both
+/// functions throw std::bad_alloc.
 KVAL_API Planes ShlLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count, unsigned new_width);
 KVAL_API Planes ShrLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count, unsigned new_width);
 KVAL_API void ShlAssignLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count) noexcept;
 KVAL_API void ShrAssignLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned count) noexcept;
 
-/// Small bits shifted within a width. Deliberate, in every compact shift: the count is taken modulo 32, and 32 shifts
-/// by nothing. A wide one by the width or more leaves nothing, not even bits that were stored above the width.
+/// The planes of a small value, shifted within its width and not yet trimmed. Deliberate, in every compact shift: the
+/// count is taken modulo 32, so that 32 shifts by nothing. A wide shift by the width or more leaves nothing, not even
+/// bits that were stored above the width.
 KVAL_INLINE Planes shifted_left(Planes bits, unsigned count, unsigned width) noexcept {
     if (width <= 32) count &= 31U;
     if (count >= 64) return {0, 0};
@@ -30,15 +31,15 @@ KVAL_INLINE Planes shifted_right(Planes bits, unsigned count, unsigned width) no
     return {bits.value >> count, bits.mask >> count};
 }
 
-/// The planes of a value shifted left into a width of its own, so that nothing is lost: nothing needs to be trimmed. Only
-/// where the sum of width and count is too large for a width, which the library sees to, are bits lost.
+/// The planes of a value shifted left into a result with room for all of its bits, so that nothing needs to be trimmed.
+/// Bits are lost only where width + count is too large to be a width; the library sees to that.
 KVAL_INLINE Planes widened(const KVAL_UINTEGER& v, unsigned count, unsigned new_width) {
     if (!is_small(new_width) || count >= 64) return unary_large(ShlLarge, v, count, new_width);
     const Planes bits = Fields::planes(v);
     return only(stored_bits(new_width), {bits.value << count, bits.mask << count});
 }
 
-/// The planes of a value shifted right into a width that is not larger.
+/// The planes of a value shifted right into a result that is not wider.
 KVAL_INLINE Planes narrowed(const KVAL_UINTEGER& v, unsigned count, unsigned new_width) {
     if (!is_small(v)) return unary_large(ShrLarge, v, count, new_width);
     return trimmed(shifted_right(Fields::planes(v), count, v.bitwidth()), new_width);

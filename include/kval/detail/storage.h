@@ -1,12 +1,11 @@
 // Where the bits of a value are, and the steps that every operation is made of. Read this one first.
 //
 // Two pairs of words are kept apart. Small (1 to 64 bits) and large (65 and up) say where the bits are: in the object,
-// or in two arrays. Compact (1 to 32 bits, one word) and wide (33 and up) say which of the rules applies, as
-// IsCompact() answers.
+// or in two arrays. Compact (1 to 32 bits, one word) and wide (33 and up) say which rules apply, as IsCompact() tells.
 //
-// An operation has one body for small operands, here in the headers, in 64-bit registers. Where an operand or the result
-// is large, it is one call of a function ...Large of the library, which takes and returns planes: those of a small
-// value as bits, those of a large one as arrays, as the width says.
+// An operation has one body for small operands, here in the headers, in 64-bit registers. Where an operand or the
+// result is large, the operation is one call of a function ...Large of the library. This takes and returns planes,
+// which are bits or arrays as the width says: bits of a small value, arrays of a large one.
 #ifndef KVAL_DETAIL_STORAGE_H
 #define KVAL_DETAIL_STORAGE_H
 
@@ -16,14 +15,14 @@
 namespace kval {
 namespace detail {
 
-/// A cached text, and which kind it is.
+/// A cached text and its kind: kBinaryText, or 0 for hexadecimal.
 struct Kept {
     char* text;
     unsigned kind;
 };
 
-/// Keeps compilers from joining two neighbouring fields in a vector, where they are just written one by one: processors
-/// are slow to read what was written in parts. A constant stays one.
+/// Processors are slow to read in one piece what was just written in parts. So this keeps compilers from joining two
+/// neighbouring fields in a vector, where they are written one by one. A constant stays a constant.
 KVAL_INLINE std::uint64_t apart(std::uint64_t field) noexcept {
     if (!__builtin_constant_p(field)) __asm__("" : "+r"(field));
     return field;
@@ -40,9 +39,9 @@ struct Fields {
     KVAL_INLINE static Planes planes(const KVAL_UINTEGER& v) noexcept { return {v.uvalue.bits, v.xmask.bits}; }
     KVAL_INLINE static std::uint64_t value(const KVAL_UINTEGER& v) noexcept { return v.uvalue.bits; }
     KVAL_INLINE static std::uint64_t mask(const KVAL_UINTEGER& v) noexcept { return v.xmask.bits; }
-    /// To be carried along: with kBinaryText, which says nothing without a text.
+    /// The flags to be carried along. They include kBinaryText, which means nothing without a text.
     KVAL_INLINE static unsigned flags(const KVAL_UINTEGER& v) noexcept { return v.flags; }
-    /// To be compared.
+    /// The flags to be compared.
     KVAL_INLINE static unsigned marks(const KVAL_UINTEGER& v) noexcept { return v.flags & kFourState; }
     KVAL_INLINE static unsigned capacity(const KVAL_UINTEGER& v) noexcept { return v.capacity; }
     KVAL_INLINE static char* text(const KVAL_UINTEGER& v) noexcept { return v.text_cache; }
@@ -53,7 +52,7 @@ struct Fields {
         v.uvalue.bits = planes.value;
         v.xmask.bits = apart(planes.mask);
     }
-    /// New value bits; both planes are trimmed.
+    /// New value bits for a small value; both planes are trimmed.
     KVAL_INLINE static void set_value(KVAL_UINTEGER& v, std::uint64_t value) noexcept;
     KVAL_INLINE static void set_capacity(KVAL_UINTEGER& v, unsigned capacity) noexcept { v.capacity = capacity; }
     KVAL_INLINE static void set_flags(KVAL_UINTEGER& v, unsigned flags) noexcept {
@@ -80,7 +79,7 @@ struct Fields {
 
 // ---- small and large ----
 
-/// What is small comes first: it takes the straight way.
+/// The small case comes first: compilers lay it out as the straight way.
 KVAL_INLINE bool is_small(unsigned width) noexcept { return __builtin_expect(width <= 64, true); }
 KVAL_INLINE bool is_small(const KVAL_UINTEGER& v) noexcept { return is_small(v.bitwidth()); }
 KVAL_INLINE bool are_small(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexcept {
@@ -91,8 +90,8 @@ KVAL_INLINE unsigned word_count(unsigned width) noexcept { return (width + 31) /
 
 // ---- calls into the library ----
 
-/// Calls a function ...Large with the fields of its operands, each of them in a register of its own: g++ would put a
-/// struct together in memory first.
+/// Calls a function ...Large with the fields of its operands, each as an argument of its own: g++ would first put a
+/// struct together in memory.
 template <typename Made, typename... Parameters, typename... More>
 KVAL_INLINE Made unary_large(Made (*function)(Parameters...), const KVAL_UINTEGER& v, More... more) {
     return function(Fields::value(v), Fields::mask(v), v.bitwidth(), more...);
@@ -108,7 +107,7 @@ KVAL_INLINE Made binary_large(Made (*function)(Parameters...), const KVAL_UINTEG
 
 /// The bits within a small width.
 KVAL_INLINE std::uint64_t used_bits(unsigned width) noexcept { return ~std::uint64_t{0} >> (-width & 63U); }
-/// The bits of the words of a small width.
+/// The bits of the stored words of a small width.
 KVAL_INLINE std::uint64_t stored_bits(unsigned width) noexcept { return ~std::uint64_t{0} >> (width > 32 ? 0 : 32); }
 /// The used bits of the top word of any width.
 KVAL_INLINE Word used_of_top_word(unsigned width) noexcept { return 0xFFFFFFFFU >> (-width & 31U); }
@@ -136,8 +135,8 @@ KVAL_INLINE unsigned any_x(const KVAL_UINTEGER& l, const KVAL_UINTEGER& r) noexc
 
 // ---- the wider operand ----
 
-/// What a result starts from where the rule says "the wider operand", which is the right one of two equally wide.
-/// Chosen field by field: a reference to one of two values would keep both of them in memory.
+/// What a result starts from where the rule says "the wider operand". Of two equally wide operands, that is the right
+/// one. The fields are chosen one by one: a reference to one of two values would keep both of them in memory.
 struct Wider {
     unsigned width;
     unsigned flags;
@@ -179,7 +178,7 @@ template <typename Value = KVAL_UINTEGER>
 KVAL_INLINE Value any_result(unsigned width, Planes planes, unsigned flags) noexcept {
     return Fields::make<Value>(width, planes, flags, capacity_of(width));
 }
-/// What a function of the library gives back where it decides on the width, or on flag X.
+/// What a function of the library returns where it decides on the width or on flag X.
 struct Result {
     Storage storage;
     unsigned width;
@@ -192,7 +191,7 @@ KVAL_INLINE Value any_result(const Result& result) noexcept {
 
 // ---- changes in place ----
 
-/// What every operation in place on a small value ends with.
+/// Ends an operation in place on a small value.
 template <typename Value>
 KVAL_INLINE Value& changed(Value& v, Planes bits) noexcept {
     Fields::set_planes(v, bits);
@@ -203,14 +202,14 @@ template <typename Value>
 KVAL_INLINE Value& changed_trimmed(Value& v, Planes bits) noexcept {
     return changed(v, trimmed(bits, v.bitwidth()));
 }
-/// What every operation in place ends with that was done in the library.
+/// Ends an operation in place that was done in the library.
 template <typename Value>
 KVAL_INLINE Value& changed_large(Value& v, Planes planes) noexcept {
     Fields::set_planes(v, planes);
     v.DeleteString();
     return v;
 }
-/// The value bits alone change.
+/// Ends an operation in place that changes only the value bits of a small value; both planes are trimmed.
 template <typename Value>
 KVAL_INLINE Value& changed_value(Value& v, std::uint64_t value) noexcept {
     Fields::set_value(v, value);

@@ -13,7 +13,8 @@ KVAL_API char* HexadecimalText(std::uint64_t value, std::uint64_t mask, unsigned
 KVAL_API char* BinaryText(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned flags);
 /// @}
 
-/// The fields of a value that is to be parsed, which `text` may point into; the cached text included.
+/// The fields of a value that is about to be parsed from a text. Its cached text is among them, as the text to be
+/// parsed may lie in it.
 struct Parsed {
     Storage storage;
     char* text;

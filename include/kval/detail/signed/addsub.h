@@ -8,8 +8,9 @@
 namespace kval {
 namespace detail {
 
-/// Where an operand or the result is large. Signed + signed and signed + unsigned; signed - signed, signed - unsigned
-/// and unsigned - signed. `flags` are those of the operand that the result has them from. They throw std::bad_alloc.
+/// Sums and differences where an operand or the result is large, in this order: signed + signed, signed + unsigned,
+/// signed - signed, signed - unsigned, unsigned - signed. AddSignedLarge also takes small operands with bits above
+/// their width. `flags` are those of the operand that the result takes its flags from. They throw std::bad_alloc.
 /// @{
 KVAL_API Result AddSignedLarge(std::uint64_t a, std::uint64_t a_mask, std::uint64_t b, std::uint64_t b_mask,
                                unsigned a_width, unsigned b_width, unsigned flags);
@@ -23,7 +24,8 @@ KVAL_API Result SubFromUnsignedLarge(std::uint64_t a, std::uint64_t a_mask, std:
                                      unsigned a_width, unsigned b_width, unsigned flags);
 /// @}
 
-/// Whether a difference at the common width shows the wrong sign: that of `a` is then one bit further up.
+/// Whether a difference at the common width shows the wrong sign. The right one, that of `a`, is then one bit further
+/// up.
 KVAL_INLINE bool difference_overflows(bool a_negative, bool b_negative, bool negative) noexcept {
     return a_negative != b_negative && negative != a_negative;
 }
@@ -40,7 +42,7 @@ struct Register {
         value &= used_bits(width);
         mask &= used_bits(width);
     }
-    /// Sets the top bit as set_bit() does it: the bit is known, and flag X goes when its word holds no X mark.
+    /// Sets the top bit as set_bit() does: the bit is known, and flag X goes when its word holds no X mark.
     KVAL_INLINE void set_top(bool top) noexcept {
         const unsigned place = (width - 1) & 63U;
         const std::uint64_t bit = std::uint64_t{1} << place;
@@ -48,7 +50,7 @@ struct Register {
         mask &= ~bit;
         if (mask >> (place & 32U) == 0) flags = without_x(flags);
     }
-    /// As assigned to a signed value of another small width.
+    /// As if assigned to a signed value of another small width.
     KVAL_INLINE void assign(unsigned new_width) noexcept {
         const Planes bits = assigned({value, mask}, width, negative(), new_width);
         value = bits.value;
@@ -57,7 +59,7 @@ struct Register {
     }
 };
 
-/// A small operand at the common width; one that has this width already is read as it is.
+/// A small operand at the common width. An operand that already has this width is read as it is.
 KVAL_INLINE Register extended(const KVAL_UINTEGER& v, bool negative, unsigned width) noexcept {
     const Planes bits = Fields::planes(v);
     Register result = {width, bits.value, bits.mask, Fields::flags(v)};
@@ -95,9 +97,9 @@ KVAL_INLINE bool is_clean(const KVAL_UINTEGER& v) noexcept {
     return (Fields::value(v) & ~used_bits(v.bitwidth())) == 0;
 }
 
-/// Of clean operands: the exact sum. It is one bit wider where the unsigned sum carries
-/// out, or where two operands that are not negative reach the sign. That bit is then the sign of two negative operands;
-/// else it is set to 0 as set_bit() does it, and flag X goes when its word holds no X mark.
+/// The exact sum of clean operands. It is one bit wider where the unsigned sum carries out, or where two operands that
+/// are not negative reach the sign. For two negative operands, the added bit is the sign. Otherwise it is set to 0 as
+/// set_bit() does, and flag X goes when its word holds no X mark.
 KVAL_INLINE Register exact_sum(const Register& a, const Register& b) noexcept {
     const unsigned width = a.width;
     const std::uint64_t sum = a.value + b.value;
@@ -118,14 +120,14 @@ KVAL_INLINE Register sum_of(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noex
     const unsigned width = wider_width(a, b);
     Register sum = unsigned_sum(extended(a, width), extended(b, width));
     if (is_negative(a)) {
-        // b minus the magnitude of a, which wraps at the common width.
+        // This is b minus the magnitude of a; it wraps at the common width.
         sum.width = width;
         sum.trim();
     }
     sum.assign(width + 1);
     if (!is_negative(a) && sum.negative()) {
-        // Deliberate: a sign is cleared where no operand has one, but a width of whole words keeps it and grows by a
-        // zero bit.
+        // Deliberate: the sum shows a sign although no operand has one. The sign is cleared; but where the width of the
+        // sum is a multiple of 32, it stays, and the sum grows by a zero bit.
         sum.width += sum.width % 32 == 0 ? 1 : 0;
         sum.set_top(false);
     }
@@ -135,10 +137,10 @@ KVAL_INLINE Register sum_of(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noex
 KVAL_INLINE Register difference_of(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     const unsigned width = wider_width(a, b);
     Register difference = unsigned_difference(extended(a, width), extended(b, width));
-    // Signed assignment to the same width, which drops unknown bits in the top word of a wide negative value.
+    // As signed assignment to the same width does, this drops the X marks in the top word of a wide negative value.
     if (width > 32) difference.assign(width);
     if (difference_overflows(is_negative(a), is_negative(b), difference.negative())) {
-        // The sign moves into one bit more, which set_bit() stores only where it is a 1.
+        // The sign moves up into one more bit. Only a sign of 1 is stored there, as set_bit() does.
         difference.width = width + 1;
         if (is_negative(a)) difference.set_top(true);
     }
@@ -150,7 +152,7 @@ KVAL_INLINE Register difference_of(const KVAL_SINTEGER& a, const KVAL_UINTEGER& 
     return unsigned_difference(extended(a, width), extended(b, width));
 }
 
-/// The width comes from one operand, and may be less than the common one: deliberate, and bits beyond it are lost.
+/// Deliberate: the width comes from one operand. It may be less than the common one, and bits beyond it are lost.
 KVAL_INLINE unsigned width_of_difference(unsigned a_width, unsigned b_width, bool b_negative, bool less) noexcept {
     if (b_negative) return a_width + 1;
     return less ? b_width : a_width;

@@ -14,7 +14,7 @@ KVAL_API bool EqualNegativeLarge(std::uint64_t a, std::uint64_t b, unsigned a_wi
 KVAL_API bool LessNegativeLarge(std::uint64_t a, std::uint64_t b, unsigned a_width, unsigned b_width) noexcept;
 /// @}
 
-// Small values of one width. Without a branch on the sign, which is hard to foretell.
+// Small values of one width. There is no branch on the sign, which is hard to predict.
 
 KVAL_INLINE bool equal_of_one_width(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     const std::uint64_t value = Fields::value(a) ^ Fields::value(b);
@@ -32,7 +32,7 @@ KVAL_INLINE bool less_of_one_width(const KVAL_SINTEGER& a, const KVAL_SINTEGER& 
 }  // namespace detail
 }  // namespace kval
 
-// Negative values are equal by their value bits alone: x-masks and flags play no part, nor do bits above the width.
+// Negative values are equal when their value bits are: x-masks, flags and bits above the width play no part.
 KVAL_INLINE bool operator==(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     using namespace kval::detail;
     if (a.bitwidth() == b.bitwidth() && is_small(a)) return equal_of_one_width(a, b);
@@ -54,7 +54,8 @@ KVAL_INLINE bool operator<(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexc
     if (a.bitwidth() == b.bitwidth() && is_small(a)) return less_of_one_width(a, b);
     const bool negative = is_negative(a);
     if (negative != is_negative(b)) return negative;
-    // Patterns of one sign and width order as unsigned numbers do; bits above the width count.
+    // Values that are not negative order as unsigned numbers do, and so do negative ones of one width; bits above the
+    // width count.
     if (!negative || a.bitwidth() == b.bitwidth()) return as_unsigned(a) < as_unsigned(b);
     const unsigned width = wider_width(a, b);
     if (is_small(width)) return extended(a, width).value < extended(b, width).value;

@@ -1,7 +1,7 @@
 // Division with a signed operand, of 32-bit numbers.
 //
-// Each function tests in this order: a zero divisor gives X, a wide operand throws, a result out of range gives X. The
-// texts that are thrown, and the bounds that some tests compare with, are deliberate.
+// Each function tests in this order: a zero divisor gives X, a wide operand throws, a result out of range gives X.
+// Deliberate: the texts that are thrown, and the bounds that some tests compare with.
 #ifndef KVAL_DETAIL_SIGNED_DIVISION_H
 #define KVAL_DETAIL_SIGNED_DIVISION_H
 
@@ -38,7 +38,7 @@ KVAL_INLINE int number_stored(const Quotient& quotient, unsigned width) noexcept
     return static_cast<int>(negative ? bits | ones_from(width - 1) : bits);
 }
 
-/// A wide result is X, or comes from low words alone.
+/// A wide result is all X, or was made from low words alone.
 KVAL_INLINE KVAL_SINTEGER result_of(const Quotient& quotient, unsigned width) {
     if (!is_small(width)) {
         const Planes planes =
@@ -59,7 +59,7 @@ KVAL_INLINE bool any_wide(const KVAL_UINTEGER& a, const KVAL_UINTEGER& b) noexce
 KVAL_INLINE bool quotient_overflows(const KVAL_SINTEGER& a, const KVAL_SINTEGER& b) noexcept {
     return b.signed_value() == -1 && a.negative() && a.absolute_value() >= a.maximum_negative();
 }
-/// A remainder's magnitude against the range of its width, on the side of the dividend's sign.
+/// Whether a remainder's magnitude is out of the range of its width, on the side of the dividend's sign.
 KVAL_INLINE bool out_of_range(const KVAL_SINTEGER& a, unsigned magnitude, unsigned width) noexcept {
     return magnitude > (a.positive() ? maximum_positive(width) : maximum_negative(width));
 }

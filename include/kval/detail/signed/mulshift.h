@@ -33,18 +33,19 @@ KVAL_INLINE KVAL_SINTEGER product(const KVAL_SINTEGER& a, const Right& b, bool b
     return any_result<KVAL_SINTEGER>(width, binary_large(MulSignedLarge, a, b, signs), 0);
 }
 
-/// Whether nothing of a negative value is left after a shift in place. Deliberate: compared as signed numbers, so that
-/// counts of 2^31 and above do not count.
+/// Whether a shift in place leaves nothing of a negative value. Deliberate: width and count are compared as signed
+/// numbers, so that counts of 2^31 and above are not taken for too large.
 KVAL_INLINE bool shifted_out(unsigned width, unsigned count) noexcept {
     return static_cast<int>(count) >= static_cast<int>(width);
 }
 
-/// The bit from which up a negative value is filled with ones after a shift in place. Deliberate, and not to be fixed:
-/// exact for compact widths but 32; else more ones than bits were shifted out, in wide values whole words of them.
+/// The lowest bit of those that are filled with ones when a negative value is shifted in place. Deliberate, and not to
+/// be fixed: the fill is exact for compact widths other than 32. Otherwise it has more ones than bits were shifted out,
+/// in wide values whole words of them.
 KVAL_INLINE std::size_t fill_start(unsigned width, unsigned count) noexcept {
     const unsigned top = width % 32;
-    // Where the width is of whole words, the ones are shifted to the right place once, and that pattern is taken for
-    // the place.
+    // Where the width is a multiple of 32, the place is wrong: the pattern of the fill, ones from bit 32 - count up, is
+    // itself taken for the place, modulo 32.
     const unsigned place = (top != 0 ? top - count : ones_from(32U - count)) & 31U;
     if (width <= 32) return place;
     const unsigned words = word_count(width);
@@ -72,11 +73,12 @@ KVAL_INLINE KVAL_SINTEGER operator>>(const KVAL_SINTEGER& a, unsigned count) {
     const unsigned width = rest > 0 ? static_cast<unsigned>(rest) : 1;
     if (rest <= 0 && is_negative(a)) return small_result<KVAL_SINTEGER>(1, {1, 0}, 0);
     if (!a.IsCompact()) {
-        // Only counts of nearly 2^32 have a result that is large where the operand is not.
+        // Only counts above 2^31 give a large result for a small operand.
         const Planes planes = is_small(width) ? narrowed(a, count, width) : unary_large(ShrLarge, a, count, width);
         return any_result<KVAL_SINTEGER>(width, planes, Fields::flags(a));
     }
-    // Deliberate: a compact value is shifted modulo 32 and not trimmed, and neither X bits nor flags come along.
+    // Deliberate: a compact value is shifted by the count modulo 32 and not trimmed. Neither X bits nor flags come
+    // along.
     const std::uint64_t value = Fields::value(a) >> (count & 31U);
     if (is_small(width)) return small_result<KVAL_SINTEGER>(width, {value, 0}, 0);
     return any_result<KVAL_SINTEGER>(width, ConstructLarge(static_cast<unsigned>(value), width), 0);

@@ -7,14 +7,14 @@
 namespace kval {
 namespace detail {
 
-/// The arrays of a large value made from a number: ones up to the top word's end where it is negative.
+/// The arrays of a large value made from a number. A negative one has ones up to the end of the top word.
 KVAL_API Planes ConstructSignedLarge(int number, unsigned width);
-/// As AssignLarge, by the rule of signed assignment, and never trimmed in the assignment of an unsigned value.
+/// As AssignLarge, but by the rule of signed assignment; and, for an unsigned source, never trimmed.
 KVAL_API Planes AssignSignedLarge(std::uint64_t target, std::uint64_t target_mask, std::uint64_t from,
                                   std::uint64_t from_mask, unsigned width, unsigned from_width) noexcept;
 KVAL_API Planes AssignUntrimmedLarge(std::uint64_t target, std::uint64_t target_mask, std::uint64_t from,
                                      std::uint64_t from_mask, unsigned width, unsigned from_width) noexcept;
-/// As ResizeLarge, of a negative value.
+/// As ResizeLarge, for a negative value.
 KVAL_API Storage ResizeNegativeLarge(std::uint64_t value, std::uint64_t mask, unsigned width, unsigned capacity,
                                      unsigned new_width);
 KVAL_API void NegateLarge(std::uint64_t value, std::uint64_t mask, unsigned width) noexcept;
@@ -42,37 +42,38 @@ KVAL_INLINE std::uint64_t number(const KVAL_SINTEGER& v) noexcept {
 
 KVAL_INLINE const KVAL_UINTEGER& as_unsigned(const KVAL_SINTEGER& v) noexcept { return v; }
 
-/// The ones that signed assignment adds to the words that a small target gets from a negative small source.
+/// The low words of a negative source, with the ones that signed assignment adds to them for a small target.
 KVAL_INLINE Planes sign_filled(Planes low, unsigned source_width, unsigned width) noexcept {
     const std::uint64_t ones = ~std::uint64_t{0};
     const unsigned place = source_width % 32;
     if (width <= 32) {
-        // Deliberate: from the source's width modulo 32, even where the source has more words than one.
+        // Deliberate: the ones start at the source's width modulo 32, even where the source has more words than one.
         return {place != 0 ? low.value | ones << place : low.value, low.mask};
     }
-    // Deliberate, twice below: unknown bits in the word that is filled up with ones are dropped.
+    // Deliberate, twice below: X marks in the word that is filled up with ones are dropped.
     if (source_width <= 32) return {low.value | ones << (source_width & 63U), place != 0 ? 0 : low.mask};
     if (place == 0) return low;
-    // Deliberate: from where the source's width says, even where the source has more words than two.
+    // Deliberate: the ones start in the upper word, at the source's width modulo 32, even where the source has more
+    // words than two.
     return {low.value | ones << (32 + place), source_width < 64 ? only(stored_bits(32), low).mask : low.mask};
 }
 
 /// The bits that a small target of `width` bits gets by signed assignment from the low 64 of a source.
 KVAL_INLINE Planes assigned(Planes low, unsigned source_width, bool negative, unsigned width) noexcept {
     if (negative) return trimmed(sign_filled(low, source_width, width), width);
-    // A source that is not negative never gives a negative target: its sign bit is cleared, and known.
+    // A source that is not negative never gives a negative target: the target's sign bit is cleared, and known.
     const std::uint64_t sign = std::uint64_t{1} << ((width - 1) & 63U);
     return trimmed((low.value & sign) != 0 ? only(~sign, low) : low, width);
 }
 
 KVAL_INLINE Planes constructed_signed(int number, unsigned width) {
     if (!is_small(width)) return ConstructSignedLarge(number, width);
-    // Deliberate: a wide value is not trimmed, so that its bits above the width are ones too.
+    // Deliberate: a wide value is not trimmed, so that a negative one has ones above its width too.
     const std::uint64_t bits = static_cast<std::uint64_t>(number);
     return {width <= 32 ? bits & used_bits(width) : bits, 0};
 }
 
-/// The base of a new signed value.
+/// The base of a new signed value made from a number.
 KVAL_INLINE KVAL_UINTEGER signed_result(int number, unsigned width) {
     return any_result(width, constructed_signed(number, width), 0);
 }
@@ -92,16 +93,19 @@ KVAL_INLINE KVAL_SINTEGER::KVAL_SINTEGER(int value, unsigned bit_width)
 KVAL_INLINE KVAL_SINTEGER::KVAL_SINTEGER(const KVAL_UINTEGER& other) : KVAL_UINTEGER(other) {}
 KVAL_INLINE KVAL_SINTEGER::KVAL_SINTEGER(KVAL_UINTEGER&& other) noexcept
     : KVAL_UINTEGER(static_cast<KVAL_UINTEGER&&>(other)) {}
+// Not defaulted: these must be inlined, like everything that takes a reference to a value.
+// NOLINTNEXTLINE(modernize-use-equals-default)
 KVAL_INLINE KVAL_SINTEGER::KVAL_SINTEGER(const KVAL_SINTEGER& other) : KVAL_UINTEGER(other) {}
 KVAL_INLINE KVAL_SINTEGER::KVAL_SINTEGER(KVAL_SINTEGER&& other) noexcept
     : KVAL_UINTEGER(static_cast<KVAL_UINTEGER&&>(other)) {}
+// NOLINTNEXTLINE(modernize-use-equals-default)
 KVAL_INLINE KVAL_SINTEGER::~KVAL_SINTEGER() {}
 
 KVAL_INLINE void swap(KVAL_SINTEGER& a, KVAL_SINTEGER& b) noexcept { kval::detail::exchange(a, b); }
 
 // ---- assignment ----
 
-// Deliberate: what comes from an unsigned value is not trimmed, so that bits of a wider one stay above the width.
+// Deliberate: what comes from an unsigned value is not trimmed, so that bits of a wider source stay above the width.
 KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator=(const KVAL_UINTEGER& other) {
     using namespace kval::detail;
     if (this == &other) return *this;
@@ -136,7 +140,8 @@ KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator=(const KVAL_SINTEGER& other) 
 
 KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator=(KVAL_UINTEGER&& other) noexcept {
     using namespace kval::detail;
-    // The base's move is this one where it takes over storage; where it copies, it trims, and this one must not.
+    // Where the base's move takes over storage, it does what is needed here. Where it copies, it trims, which must not
+    // happen here.
     if (width == 0 || (!is_small(width) && width == other.bitwidth())) {
         KVAL_UINTEGER::operator=(static_cast<KVAL_UINTEGER&&>(other));
         return *this;
@@ -151,7 +156,7 @@ KVAL_INLINE KVAL_SINTEGER& KVAL_SINTEGER::operator=(KVAL_SINTEGER&& other) noexc
         take(*this, other);
     } else if (!is_small(width) && width == other.bitwidth()) {
         exchange_planes(*this, other);
-        // What copy assignment makes of the words, which are now its own.
+        // The words are now its own; this does to them what copy assignment would.
         binary_large(AssignSignedLarge, *this, *this);
         DeleteString();
     } else {
@@ -203,7 +208,7 @@ KVAL_INLINE KVAL_SINTEGER KVAL_SINTEGER::twos_complement() const {
 KVAL_INLINE int KVAL_SINTEGER::convert_to_signed_representation() const noexcept {
     using namespace kval::detail;
     const unsigned place = (bitwidth() - 1) & 31U;
-    // Deliberate: a sign alone in its word leaves the low word as it is.
+    // Deliberate: where the sign is the only bit of the top word, the low word stays as it is.
     const bool alone = place == 0 && !IsCompact();
     return static_cast<int>(is_negative(*this) && !alone ? uint() | ones_from(place) : uint());
 }
