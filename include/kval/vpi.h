@@ -92,8 +92,10 @@ template <typename Vec>
 void to_vecval(const KVAL_UINTEGER& value, Vec* vec) noexcept {
     static_assert(sizeof(vec->aval) == 4 && sizeof(vec->bval) == 4, "aval and bval are words of 32 bits");
     using Word = decltype(vec->aval);
-    for (int i = 0; i < value.get_size(); ++i) {
-        const std::uint32_t inside = detail::WidthMask(value.bitwidth(), i);
+    const unsigned width = value.bitwidth();
+    const int words = value.get_size();
+    for (int i = 0; i < words; ++i) {
+        const std::uint32_t inside = detail::WidthMask(width, i);
         const std::uint32_t x = value.get_xmask_at(i) & inside;
         vec[i].aval = static_cast<Word>((detail::DrivenWord(value, i) & inside) | x);
         vec[i].bval = static_cast<Word>(value.is_z() ? inside : x);
@@ -114,8 +116,10 @@ inline KVAL_UINTEGER from_bitvec(const std::uint32_t* vec, unsigned width) {
 /// bit of a value that is Z go out as 0, as SystemVerilog converts `logic` to `bit`; weak low goes out as 0 and weak
 /// high as 1. A moved-from value writes nothing. Linear in the words; the value stays as it is, cached text included.
 inline void to_bitvec(const KVAL_UINTEGER& value, std::uint32_t* vec) noexcept {
-    for (int i = 0; i < value.get_size(); ++i) {
-        vec[i] = detail::DrivenWord(value, i) & ~value.get_xmask_at(i) & detail::WidthMask(value.bitwidth(), i);
+    const unsigned width = value.bitwidth();
+    const int words = value.get_size();
+    for (int i = 0; i < words; ++i) {
+        vec[i] = detail::DrivenWord(value, i) & ~value.get_xmask_at(i) & detail::WidthMask(width, i);
     }
 }
 

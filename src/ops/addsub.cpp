@@ -48,18 +48,14 @@ Sum AddLarge(std::uint64_t l, std::uint64_t l_mask, std::uint64_t r, std::uint64
     const Operand wide(left ? Planes{l, l_mask} : Planes{r, r_mask}, left ? l_width : r_width, wide_copy);
     Copy narrow_copy;
     const Operand narrow(left ? Planes{r, r_mask} : Planes{l, l_mask}, left ? r_width : l_width, narrow_copy);
-    const std::size_t capacity = capacity_of_sum(wide.width);
-    const Arrays sum = take_arrays(capacity);
+    OwnedArrays owned(capacity_of_sum(wide.width));
+    const Arrays& sum = owned.get();
     const std::size_t both = narrow.size;
     bool carry = words::add(sum.value, wide.value, narrow.value, both);
     if (both < wide.size) carry = words::add_carry(sum.value + both, wide.value + both, wide.size - both, carry);
     words::copy(sum.mask, wide.mask, wide.size);
-    try {
-        return {planes_of(sum), finished_sum(sum, wide.width, carry)};
-    } catch (...) {
-        give_arrays(sum, capacity);
-        throw;
-    }
+    const unsigned width = finished_sum(sum, wide.width, carry);
+    return {planes_of(owned.release()), width};
 }
 
 Planes CarryOut(std::uint64_t value, std::uint64_t mask) {

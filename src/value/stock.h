@@ -2,6 +2,8 @@
 // arrays of its dead large values for its next ones.
 #pragma once
 
+#include <utility>
+
 #include "kval/detail/planes.h"
 #include "words/word.h"
 
@@ -83,5 +85,24 @@ inline void give_arrays(const Arrays& arrays, std::size_t words) noexcept {
     }
     delete_arrays(arrays, words);
 }
+
+/// Arrays that go back to the stock unless they are handed out.
+class OwnedArrays {
+  public:
+    /// Throws std::bad_alloc.
+    explicit OwnedArrays(std::size_t words) : arrays_(take_arrays(words)), words_(words) {}
+    ~OwnedArrays() {
+        if (arrays_.value != nullptr) give_arrays(arrays_, words_);
+    }
+    OwnedArrays(const OwnedArrays&) = delete;
+    OwnedArrays& operator=(const OwnedArrays&) = delete;
+
+    [[nodiscard]] const Arrays& get() const { return arrays_; }
+    Arrays release() { return std::exchange(arrays_, Arrays{}); }
+
+  private:
+    Arrays arrays_;
+    std::size_t words_;
+};
 
 }  // namespace kval

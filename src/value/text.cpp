@@ -76,7 +76,7 @@ class Source {
 
 // Brings the value to the width of the text to be parsed. The cached text stays: the text to be parsed may lie in it.
 void resize(Parsed& fields, std::size_t width) {
-    if (width == fields.width) return;
+    if (width == fields.width && width != 0) return;  // a moved-from value has no width to keep
     Storage& storage = fields.storage;
     const unsigned new_width = at_least_one(static_cast<unsigned>(width));
     if (is_small(fields.width) && is_small(new_width)) {

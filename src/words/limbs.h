@@ -62,12 +62,6 @@ inline void copy_limbs(Word* out, const Word* in, std::size_t size) noexcept {
     if (i < size) out[i] = in[i];
 }
 
-inline void fill_limbs(Word* out, Word word, std::size_t size) noexcept {
-    std::size_t i = 0;
-    for (; i + 2 <= size; i = next_limb(i)) store_pair(out + i, DoubleWord{word} << 32 | word);
-    if (i < size) out[i] = word;
-}
-
 /// The same in both planes at once, by a four-state rule.
 template <typename Rule>
 __attribute__((always_inline)) inline void combine_limbs(Word* value, Word* mask, const Word* l_value,

@@ -134,6 +134,20 @@ TEST(Stock, GivesNoTwoValuesTheSameArrays) {
     });
 }
 
+TEST_F(StockOfAThread, GetsArraysBackThatAreNotHandedOut) {
+    in_a_thread([] {
+        { const KVAL_UINTEGER dead(1, 128); }
+        const unsigned before = kept(128);
+        { const kval::OwnedArrays given_up(4); }
+        EXPECT_EQ(kept(128), before);
+        kval::OwnedArrays owned(4);
+        const kval::Arrays released = owned.release();
+        EXPECT_EQ(kept(128), before - 1);
+        kval::give_arrays(released, 4);
+        EXPECT_EQ(kept(128), before);
+    });
+}
+
 // The heap gives more than is asked for where arrays are short, so that a loop with one temporary goes round several.
 TEST_F(StockOfAThread, StartsShortShelvesWithMoreThanIsTaken) {
     in_a_thread([] {
