@@ -92,8 +92,8 @@ class KVAL_UINTEGER {
 
     // ---- reading; none of these looks at the flags but the four that name one ----
 
-    /// Value bit `pos`, X or not. Throws a const char* when `pos` is greater than the width. `pos` == width passes: it
-    /// reads what is stored above the width, mostly 0, and 0 above the stored words; but of 32 bits it reads bit 0, as a
+    /// Value bit `pos`, X or not. Throws a const char* when `pos` is greater than the width. `pos` == width passes. It
+    /// reads what is stored above the width, mostly 0, and 0 above the stored words. Of 32 bits it reads bit 0: a
     /// compact value takes positions modulo 32.
     unsigned bit(unsigned pos) const;
     /// The low 32 value bits, X or not.
@@ -226,8 +226,8 @@ class KVAL_UINTEGER {
     friend class KVAL_SINTEGER;
     friend struct kval::detail::Fields;
 
-    // One plane of bits: up to 64 bits the bits themselves, above the address of an owned array. Code goes by the number,
-    // whatever it stands for; the pointer is for the eyes of a debugger.
+    // One plane of bits: up to 64 bits the bits themselves, above that the address of an owned array. The code uses the
+    // number, whatever it stands for; the pointer is there for debuggers.
     union Plane {
         std::uint64_t bits;
         std::uint32_t* words;

@@ -128,7 +128,7 @@ KVAL_INLINE Register sum_of(const KVAL_SINTEGER& a, const KVAL_UINTEGER& b) noex
     if (!is_negative(a) && sum.negative()) {
         // Deliberate: the sum shows a sign although no operand has one. The sign is cleared; but where the width of the
         // sum is a multiple of 32, it stays, and the sum grows by a zero bit.
-        sum.width += sum.width % 32 == 0 ? 1 : 0;
+        sum.width += static_cast<unsigned>(sum.width % 32 == 0);
         sum.set_top(false);
     }
     return sum;
